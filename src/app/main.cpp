@@ -1,0 +1,19 @@
+#include <QApplication>
+
+#include "rooms/form_room.h"
+#include "shell/file_chooser.h"
+#include "shell/form_main.h"
+#include "shell/prompts.h"
+
+int main(int argc, char* argv[]) {
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Marl"));
+    QApplication::setOrganizationName(QStringLiteral("Marl"));
+    marl::MessageBoxPrompts prompts;
+    marl::DialogFileChooser chooser;
+    marl::FormMain window(QApplication::applicationDirPath(), prompts, chooser);
+    window.setEditorFactory(marl::KindRoom,
+                            [](marl::EditorHost& host) { return new marl::FormRoom(host); });
+    window.show();
+    return QApplication::exec();
+}

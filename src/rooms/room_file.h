@@ -1,0 +1,22 @@
+#pragma once
+// The world file (.wld): rooms read from and written to the server's text.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "rooms/room_record.h"
+
+namespace marl {
+
+// Reads a whole world file into a cleared table, slot 0 upward, and returns
+// the number of rooms read.  Throws FormatError for a file the server could
+// not read either; the table then holds the rooms read so far.
+int readRooms(std::string_view bytes, RoomTable& table);
+
+// The text of a world file holding slots 0 to count - 1 (slot 0 alone when
+// count is 0), every room with the given zone number, in the table's line
+// ends.
+std::string writeRooms(const RoomTable& table, int count, std::int32_t zone);
+
+} // namespace marl

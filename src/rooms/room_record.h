@@ -1,0 +1,63 @@
+#pragma once
+// The room record, its vocabularies, and the room table.
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "world/record_table.h"
+#include "world/vocabulary.h"
+
+namespace marl {
+
+inline constexpr int kExitSlots = 6;
+
+struct ExitRecord {
+    std::int16_t Direction = 0;  // the exit slot, set when read or edited
+    std::string Desc;
+    std::string Keywords;
+    std::int16_t DoorKind = 0;  // 0 none, 1 door, 2 pick-proof door
+    std::int32_t KeyVNum = 0;   // -1: no key
+    std::int32_t ToVNum = 0;    // -1: nowhere
+    std::int32_t RememberedKey = 0;
+    std::int32_t RememberedTo = 0;
+    bool Absent = true;  // the room has no exit this way
+    bool operator==(const ExitRecord&) const = default;
+};
+
+struct RoomRecord {
+    std::int32_t VNum = 0;
+    std::string Name;
+    std::string Desc;
+    std::string BitV;
+    std::int16_t SecType = 0;
+    std::array<ExitRecord, kExitSlots> Exits{};
+    std::array<ExtraDesc, kExtraDescSlots> ExtraDescs{};
+    bool operator==(const RoomRecord&) const = default;
+};
+
+using RoomTable = RecordTable<RoomRecord>;
+
+// Exit slots north, south, east, west, up, down; the file numbers them by
+// the server's direction numbers.
+struct ExitDef {
+    int slot;
+    int fileDirection;
+    const char* check;
+    const char* caption;
+    const char* toField;
+    const char* button;
+};
+extern const std::array<ExitDef, kExitSlots> kExits;
+// The exit slot of a direction number of the file, or -1.
+int exitSlotOfDirection(int fileDirection);
+
+extern const std::array<ChoiceDef, 8> kSectorTypes;
+extern const std::array<FlagDef, 11> kRoomFlags;
+
+// The room table of the run and its clearing.
+RoomTable& roomTable();
+void ClearRoomTable();
+
+} // namespace marl

@@ -1,0 +1,23 @@
+#include "shell/file_chooser.h"
+
+#include <QApplication>
+#include <QFileDialog>
+
+namespace marl {
+
+QString DialogFileChooser::choose(const FileRequest& request) {
+    QFileDialog dialog(QApplication::activeWindow(), request.title, request.directory,
+                       request.filter + QStringLiteral(";;All files (*)"));
+    dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog.setDefaultSuffix(request.defaultSuffix);
+    // Neither form asks before an existing file is chosen: New on an existing
+    // file opens an empty editor that replaces the file on its first save.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, true);
+    dialog.setOption(QFileDialog::ReadOnly, false);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    return dialog.selectedFiles().constFirst();
+}
+
+} // namespace marl

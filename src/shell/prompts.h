@@ -1,0 +1,32 @@
+#pragma once
+// Every message box of the program goes through Prompts, so that tests can
+// answer them from a script.
+
+#include <QString>
+
+class QWidget;
+
+namespace marl {
+
+// "Marl - Marlstone": the title of every message without one of its own.
+QString appTitle();
+// The lines of a two-line message, joined by CR LF.
+QString twoLines(const QString& first, const QString& second);
+
+class Prompts {
+public:
+    virtual ~Prompts() = default;
+    // A question with Yes and No; true for Yes.
+    virtual bool ask(const QString& text, const QString& title = appTitle()) = 0;
+    // A message with one OK button.
+    virtual void tell(const QString& text, const QString& title = appTitle()) = 0;
+};
+
+// The platform's message boxes, over the window that is active.
+class MessageBoxPrompts : public Prompts {
+public:
+    bool ask(const QString& text, const QString& title = appTitle()) override;
+    void tell(const QString& text, const QString& title = appTitle()) override;
+};
+
+} // namespace marl

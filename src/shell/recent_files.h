@@ -1,0 +1,52 @@
+#pragma once
+// The recently used files of each kind, four per kind, most recent first,
+// kept in recent.dat between runs.  Each line of recent.dat is one entry in
+// the quoted comma-separated form  1,"C:\zones\","30.wld"  ordered kind by
+// kind and, within a kind, most recent first.
+
+#include <QList>
+#include <QString>
+#include <array>
+
+namespace marl {
+
+inline constexpr int kFileKinds = 5;   // 0 Mobile, 1 Room, 2 Object, 3 Shop, 4 Zone
+inline constexpr int kRecentPerKind = 4;
+
+struct RecentEntry {
+    QString directory;  // ends with the directory separator
+    QString fileTitle;  // the file name without directory
+    bool isEmpty() const { return directory.isEmpty(); }
+};
+
+class RecentFiles {
+public:
+    // `progDir` is the program's directory, where recent.dat lives when the
+    // program may write there; otherwise it lives in the user's
+    // configuration directory.
+    explicit RecentFiles(QString progDir);
+
+    // Reads recent.dat; a missing file leaves every list empty, and a line
+    // that is not a valid entry ends the reading, keeping what was read.
+    void load();
+    // Puts a chosen file at the top of its kind's list (dropping the fourth)
+    // and rewrites recent.dat.  Returns false when it could be written
+    // nowhere; the list in memory is updated all the same.
+    bool update(int kind, const QString& directory, const QString& fileTitle);
+
+    const RecentEntry& entry(int kind, int index) const { return entries_[kind * kRecentPerKind + index]; }
+    // Where recent.dat is read from and written to.
+    QString storePath() const;
+
+    // One recent.dat line, parsed; false when it is not a valid entry.
+    static bool parseLine(const QString& line, int& kind, QString& directory, QString& fileTitle);
+    static QString formatLine(int kind, const QString& directory, const QString& fileTitle);
+
+private:
+    bool writeTo(const QString& path) const;
+
+    QString progDir_;
+    std::array<RecentEntry, kFileKinds * kRecentPerKind> entries_;
+};
+
+} // namespace marl

@@ -1,0 +1,70 @@
+#pragma once
+// Between the files' single-byte text and the widgets: every byte survives
+// as one Latin-1 character, and multi-line texts hold CR LF in memory while
+// a text widget shows `\n`.
+
+#include <QFont>
+#include <QString>
+#include <QPlainTextEdit>
+#include <QValidator>
+#include <string>
+
+class QLineEdit;
+
+namespace marl {
+
+QString fromBytes(const std::string& bytes);
+std::string toBytes(const QString& text);
+
+// A multi-line text for a widget (CR LF to `\n`) and back (`\n` to CR LF).
+QString toWidgetText(const std::string& bytes);
+std::string fromWidgetText(const QString& text);
+
+// "Courier New", falling back to the system's fixed-pitch font.
+QFont fixedFont();
+
+// The key filter of numeric fields: digits, and `-` where negatives are
+// allowed.  Pasted text is filtered the same way.
+class NumericValidator : public QValidator {
+public:
+    NumericValidator(bool allowMinus, QObject* parent);
+    State validate(QString& input, int& pos) const override;
+
+private:
+    bool allowMinus_;
+};
+
+// The filter of texts the file holds as tilde strings: a `~` would end the
+// text early and a character outside the single-byte set cannot be written,
+// so neither can be typed or pasted.
+class TildeTextValidator : public QValidator {
+public:
+    explicit TildeTextValidator(QObject* parent) : QValidator(parent) {}
+    State validate(QString& input, int& pos) const override;
+};
+
+// Whether a text can be held in a tilde string (no `~`, single-byte only).
+bool isTildeSafe(const QString& text);
+
+// Makes `edit` a numeric field: key filter and length limit.
+void makeNumeric(QLineEdit* edit, bool allowMinus, int maxLength);
+// The range rule: replaces the text when it reads as a number outside the
+// range.  Returns true when it did (the replacement runs the field's change
+// handlers again).
+bool clampToRange(QLineEdit* edit, qint64 min, qint64 max);
+
+// Keeps `~` and characters outside Latin-1 out of a one-line text field.
+void guardTildeText(QLineEdit* edit);
+
+// A multi-line text field of the fixed-pitch font with a vertical scroll bar
+// that refuses `~` and characters outside Latin-1, typed, pasted or dropped.
+class TildeTextEdit : public QPlainTextEdit {
+public:
+    explicit TildeTextEdit(QWidget* parent = nullptr);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void insertFromMimeData(const QMimeData* source) override;
+};
+
+} // namespace marl

@@ -1,0 +1,60 @@
+#pragma once
+// A record table: the records of one zone file, slot 0 upward in file order.
+// It always offers at least 101 slots and grows to hold every record of a
+// larger file; unused slots hold the cleared record.
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "world/text_reader.h"
+
+namespace marl {
+
+inline constexpr int kTableSlots = 101;
+// New refuses once this many records are held (slots 0 to 99).
+inline constexpr int kMaxRecordsForNew = 100;
+inline constexpr int kExtraDescSlots = 128;
+inline constexpr int kMaxExtraDescs = 127;
+
+struct ExtraDesc {
+    std::string Keywords;
+    std::string Desc;
+    bool operator==(const ExtraDesc&) const = default;
+};
+
+// The extra descriptions in use: slots up to the first empty Keywords.
+template <typename Slots> int extraDescCount(const Slots& list) {
+    int count = 0;
+    while (count < static_cast<int>(list.size()) && !list[count].Keywords.empty())
+        ++count;
+    return count;
+}
+
+template <typename Record> class RecordTable {
+public:
+    RecordTable() { clear(); }
+
+    // Resets every slot to the cleared record, as before a file is read.
+    void clear() {
+        slots_.assign(kTableSlots, Record{});
+        lineEnd = LineEnd::CrLf;
+    }
+
+    Record& operator[](std::size_t slot) {
+        if (slot >= slots_.size())
+            slots_.resize(slot + 1);
+        return slots_[slot];
+    }
+    const Record& operator[](std::size_t slot) const { return slots_.at(slot); }
+    std::size_t size() const { return slots_.size(); }
+
+    // The line ends of the file the table was read from; new files get CR LF.
+    LineEnd lineEnd = LineEnd::CrLf;
+
+private:
+    std::vector<Record> slots_;
+};
+
+} // namespace marl

@@ -1,0 +1,95 @@
+#pragma once
+// Reading the server's zone-file text: lines, single characters, tilde
+// strings, record headers and lines of numbers.  Every failure throws a
+// FormatError that names the line and what was expected there.
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace marl {
+
+enum class LineEnd { CrLf, Lf };
+
+// The line break every text holds in memory, whatever the file used.
+inline constexpr std::string_view kCrLf = "\r\n";
+
+class FormatError : public std::runtime_error {
+public:
+    FormatError(int line, std::string expected);
+    int line() const { return line_; }
+    const std::string& expected() const { return expected_; }
+
+private:
+    int line_;
+    std::string expected_;
+};
+
+class TextReader {
+public:
+    explicit TextReader(std::string_view data);
+    // The reader keeps a view of the text: it must outlive the reader.
+    explicit TextReader(std::string&&) = delete;
+    explicit TextReader(const char* data) : TextReader(std::string_view(data)) {}
+
+    bool atEnd() const { return pos_ >= data_.size(); }
+    // The 1-based number of the line the reading position stands in.
+    int lineNumber() const { return line_; }
+    // The line end style of the file: the style of its first line break.
+    LineEnd lineEnd() const { return lineEnd_; }
+
+    // The characters up to the next LF (a CR before it is dropped too).
+    // At the end of the data: FormatError naming `what`.
+    std::string readLine(std::string_view what);
+    // The last line read started at this line number.
+    int lastLineNumber() const { return lastLine_; }
+
+    char readChar(std::string_view what);
+
+    // A one-line tilde string: everything up to the next `~` (line breaks on
+    // the way are kept, as CR LF), then the rest of the `~` line is dropped.
+    std::string readTildeString(std::string_view what);
+
+    // A multi-line tilde text: everything up to the next `~`; a line break
+    // directly before the `~` is dropped and nothing else is, so text that
+    // the server keeps is never cut.  The rest of the `~` line is dropped.
+    std::string readTildeText(std::string_view what);
+
+private:
+    std::string readUntilTilde(std::string_view what);
+    void skipRestOfLine();
+
+    std::string_view data_;
+    std::size_t pos_ = 0;
+    int line_ = 1;
+    int lastLine_ = 0;
+    LineEnd lineEnd_ = LineEnd::CrLf;
+};
+
+// Blanks (spaces and tabs) dropped from the end of a line.
+std::string_view trimRight(std::string_view text);
+
+// Fields of a line that may carry flag text: split at every single space, so
+// two spaces give an empty field.  Blanks at the end of the line are dropped.
+std::vector<std::string_view> splitFields(std::string_view line);
+
+// Fields of a line of numbers only: split at runs of blanks.
+std::vector<std::string_view> splitNumbers(std::string_view line);
+
+// Whole-text numbers: an optional sign (`-` or `+`) and digits, within range.
+bool parseInt(std::string_view text, std::int64_t min, std::int64_t max, std::int64_t& value);
+std::int32_t toInt32(std::string_view text, int line, std::string_view what);
+std::int16_t toInt16(std::string_view text, int line, std::string_view what);
+
+// `#<vnum>`: the number after the first `#`, up to a second `#` or the end.
+std::int32_t parseHeader(std::string_view line, int lineNumber, std::string_view what);
+
+// Any line holding a `$` ends a file.
+inline bool isEndLine(std::string_view line) { return line.find('$') != std::string_view::npos; }
+
+// Whole-line tests that accept blanks at the end, as the server does.
+inline bool isLine(std::string_view line, std::string_view word) { return trimRight(line) == word; }
+
+} // namespace marl

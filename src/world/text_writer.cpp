@@ -1,0 +1,53 @@
+#include "world/text_writer.h"
+
+namespace marl {
+
+TextWriter::TextWriter(LineEnd lineEnd) : eol_(lineEnd == LineEnd::CrLf ? "\r\n" : "\n") {}
+
+void TextWriter::append(std::string_view text) {
+    if (eol_ == kCrLf) {
+        out_ += text;
+        return;
+    }
+    std::size_t start = 0;
+    while (true) {
+        const std::size_t crlf = text.find(kCrLf, start);
+        if (crlf == std::string_view::npos) {
+            out_ += text.substr(start);
+            return;
+        }
+        out_ += text.substr(start, crlf - start);
+        out_ += eol_;
+        start = crlf + 2;
+    }
+}
+
+TextWriter& TextWriter::line(std::string_view text) {
+    append(text);
+    out_ += eol_;
+    return *this;
+}
+
+TextWriter& TextWriter::header(std::int32_t vnum) {
+    out_ += '#';
+    out_ += std::to_string(vnum);
+    out_ += eol_;
+    return *this;
+}
+
+TextWriter& TextWriter::tildeString(std::string_view value) {
+    append(value);
+    out_ += '~';
+    out_ += eol_;
+    return *this;
+}
+
+TextWriter& TextWriter::tildeText(std::string_view value) {
+    append(value);
+    out_ += eol_;
+    out_ += '~';
+    out_ += eol_;
+    return *this;
+}
+
+} // namespace marl
