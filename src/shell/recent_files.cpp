@@ -50,7 +50,8 @@ RecentFiles::RecentFiles(QString progDir) : progDir_(std::move(progDir)) {}
 QString RecentFiles::storePath() const {
     const QString inProgDir = QDir(progDir_).filePath(kFileName);
     const QFileInfo file(inProgDir);
-    const bool writable = file.exists() ? file.isWritable() : QFileInfo(progDir_).isWritable();
+    const QFileInfo dir(progDir_);
+    const bool writable = file.exists() ? file.isWritable() : dir.isDir() && dir.isWritable();
     return writable ? inProgDir : QDir(configDir()).filePath(kFileName);
 }
 
@@ -79,9 +80,11 @@ QString RecentFiles::formatLine(int kind, const QString& directory, const QStrin
 void RecentFiles::load() {
     for (RecentEntry& entry : entries_)
         entry = {};
+    // Where it is kept now, else where an earlier run had to keep it.
     QString path = storePath();
+    const QString inProgDir = QDir(progDir_).filePath(kFileName);
     if (!QFileInfo::exists(path))
-        path = QDir(progDir_).filePath(kFileName);  // a read-only copy beside the program
+        path = path == inProgDir ? QDir(configDir()).filePath(kFileName) : inProgDir;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return;
