@@ -1,0 +1,317 @@
+#include "dialogs/extra_descs_dialog.h"
+
+#include <QCloseEvent>
+#include <QFontMetrics>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "shell/prompts.h"
+#include "world/qt_text.h"
+
+namespace marl {
+
+namespace {
+
+const QString kPendingTitle = QStringLiteral("Desc Not Saved");
+const QString kPendingLine = QStringLiteral("Changes to Desc Not Saved.");
+
+QGroupBox* frame(QWidget* parent, const char* name, const QString& caption) {
+    auto* box = new QGroupBox(caption, parent);
+    box->setObjectName(QString::fromLatin1(name));
+    return box;
+}
+
+QPushButton* button(QWidget* parent, const char* name, const char* caption) {
+    auto* push = new QPushButton(QString::fromLatin1(caption), parent);
+    push->setObjectName(QString::fromLatin1(name));
+    push->setAutoDefault(false);
+    return push;
+}
+
+int charWidth(const QWidget* widget) {
+    return QFontMetrics(widget->font()).horizontalAdvance(QLatin1Char('0'));
+}
+
+} // namespace
+
+ExtraDescsDialog::ExtraDescsDialog(ExtraDescsVariant variant, QWidget* owner, Prompts& prompts)
+    : variant_(std::move(variant)), owner_(owner), prompts_(prompts) {
+    setObjectName(variant_.formName);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(variant_.frameCaption);
+    buildLayout();
+    connectHandlers();
+}
+
+void ExtraDescsDialog::buildLayout() {
+    auto* listFrame = frame(this, "frameExtraDescs", variant_.frameCaption);
+    listExtraDescs_ = new QListWidget(listFrame);
+    listExtraDescs_->setObjectName(QStringLiteral("listExtraDescs"));
+    listExtraDescs_->setFont(fixedFont());
+    listExtraDescs_->setSelectionMode(QAbstractItemView::SingleSelection);
+    listExtraDescs_->setMinimumWidth(charWidth(listExtraDescs_) * 28 + 20);
+    auto* listLayout = new QVBoxLayout(listFrame);
+    listLayout->addWidget(listExtraDescs_);
+
+    auto* keywordsFrame = frame(this, "frameKeywords", QStringLiteral("Extra Description Keywords"));
+    textKeywords_ = new QLineEdit(keywordsFrame);
+    textKeywords_->setObjectName(QStringLiteral("textKeywords"));
+    textKeywords_->setFont(fixedFont());
+    guardTildeText(textKeywords_);
+    auto* keywordsLayout = new QHBoxLayout(keywordsFrame);
+    keywordsLayout->addWidget(textKeywords_);
+
+    auto* descFrame = frame(this, "frameExtraDesc", QStringLiteral("Extra Description"));
+    textDesc_ = new TildeTextEdit(descFrame);
+    textDesc_->setObjectName(QStringLiteral("textDesc"));
+    textDesc_->setLineWrapMode(QPlainTextEdit::NoWrap);
+    textDesc_->setMinimumWidth(charWidth(textDesc_) * 76 + 30);
+    textDesc_->setMinimumHeight(QFontMetrics(textDesc_->font()).lineSpacing() * 10 + 12);
+    auto* descLayout = new QVBoxLayout(descFrame);
+    descLayout->addWidget(textDesc_);
+
+    buttonAdd_ = button(this, "buttonAdd", "Add");
+    buttonUpdate_ = button(this, "buttonUpdate", "Update");
+    buttonEdit_ = button(this, "buttonEdit", "Edit");
+    buttonRemove_ = button(this, "buttonRemove", "Remove");
+    buttonRemoveAll_ = button(this, "buttonRemoveAll", "Remove All");
+    buttonClearAll_ = button(this, "buttonClearAll", "Clear All");
+    buttonDone_ = button(this, "buttonDone", "Done");
+    buttonCancel_ = button(this, "buttonCancel", "Cancel");
+    for (QPushButton* push : {buttonAdd_, buttonUpdate_, buttonEdit_, buttonRemove_, buttonRemoveAll_})
+        push->setEnabled(false);
+
+    auto* fields = new QVBoxLayout;
+    fields->addWidget(keywordsFrame);
+    fields->addWidget(descFrame, 1);
+    auto* body = new QHBoxLayout;
+    body->addWidget(listFrame);
+    body->addLayout(fields, 1);
+
+    auto* commands = new QHBoxLayout;
+    for (QPushButton* push :
+         {buttonAdd_, buttonUpdate_, buttonEdit_, buttonRemove_, buttonRemoveAll_, buttonClearAll_})
+        commands->addWidget(push);
+    commands->addStretch();
+    commands->addWidget(buttonCancel_);
+    commands->addWidget(buttonDone_);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(body, 1);
+    layout->addLayout(commands);
+
+    const QList<QWidget*> chain{textKeywords_, textDesc_,     listExtraDescs_, buttonAdd_,
+                                buttonUpdate_, buttonEdit_,   buttonRemove_,   buttonRemoveAll_,
+                                buttonClearAll_, buttonCancel_, buttonDone_};
+    for (qsizetype i = 0; i + 1 < chain.size(); ++i)
+        setTabOrder(chain[i], chain[i + 1]);
+}
+
+void ExtraDescsDialog::connectHandlers() {
+    connect(textKeywords_, &QLineEdit::textChanged, this,
+            [this](const QString& text) { onFieldChanged(text.isEmpty()); });
+    connect(textDesc_, &QPlainTextEdit::textChanged, this,
+            [this] { onFieldChanged(textDesc_->document()->isEmpty()); });
+    connect(listExtraDescs_, &QListWidget::itemSelectionChanged, this,
+            &ExtraDescsDialog::onListClicked);
+    connect(listExtraDescs_, &QListWidget::itemClicked, this, &ExtraDescsDialog::onListClicked);
+    connect(listExtraDescs_, &QListWidget::itemDoubleClicked, this, &ExtraDescsDialog::onEdit);
+    connect(buttonAdd_, &QPushButton::clicked, this, &ExtraDescsDialog::onAdd);
+    connect(buttonUpdate_, &QPushButton::clicked, this, &ExtraDescsDialog::onUpdate);
+    connect(buttonEdit_, &QPushButton::clicked, this, &ExtraDescsDialog::onEdit);
+    connect(buttonRemove_, &QPushButton::clicked, this, &ExtraDescsDialog::onRemove);
+    connect(buttonRemoveAll_, &QPushButton::clicked, this, &ExtraDescsDialog::onRemoveAll);
+    connect(buttonClearAll_, &QPushButton::clicked, this, &ExtraDescsDialog::onClearAll);
+    connect(buttonDone_, &QPushButton::clicked, this, &ExtraDescsDialog::onDone);
+    connect(buttonCancel_, &QPushButton::clicked, this, &ExtraDescsDialog::onCancel);
+}
+
+void ExtraDescsDialog::SetupForm(int recordIndex) {
+    recordIndex_ = recordIndex;
+    const std::span<ExtraDesc> list = pairs();
+    count_ = extraDescCount(list);
+    listing_ = true;
+    listExtraDescs_->clear();
+    for (int slot = 0; slot < count_; ++slot)
+        listExtraDescs_->addItem(fromBytes(list[static_cast<std::size_t>(slot)].Keywords));
+    listing_ = false;
+    if (listExtraDescs_->count() > 0)
+        buttonRemoveAll_->setEnabled(true);
+    setWindowTitle(QStringLiteral("Extra Descriptions [0/%1]").arg(kMaxExtraDescs));
+    changed_ = false;
+}
+
+int ExtraDescsDialog::selectedLine() const {
+    const QList<QListWidgetItem*> selected = listExtraDescs_->selectedItems();
+    return selected.size() == 1 ? listExtraDescs_->row(selected.first()) : -1;
+}
+
+void ExtraDescsDialog::setPair(int slot, ExtraDesc pair) {
+    const std::span<ExtraDesc> list = pairs();
+    if (slot >= 0 && static_cast<std::size_t>(slot) < list.size())
+        list[static_cast<std::size_t>(slot)] = std::move(pair);
+}
+
+// Each field looks at its own text; a pair is stored only with keywords,
+// since empty keywords would end the list and hide the pairs after it.
+void ExtraDescsDialog::onFieldChanged(bool fieldEmpty) {
+    changed_ = true;
+    const bool storable = !fieldEmpty && !textKeywords_->text().isEmpty();
+    buttonAdd_->setEnabled(storable && !editing_ && count_ < kMaxExtraDescs);
+    buttonUpdate_->setEnabled(storable && editing_);
+}
+
+void ExtraDescsDialog::onListClicked() {
+    if (listing_)
+        return;
+    const bool one = selectedLine() >= 0;
+    buttonEdit_->setEnabled(one);
+    buttonRemove_->setEnabled(one);
+}
+
+void ExtraDescsDialog::onEdit() {
+    const int line = selectedLine();
+    if (line < 0)
+        return;
+    const ExtraDesc& pair = pairs()[static_cast<std::size_t>(line)];
+    textKeywords_->setText(fromBytes(pair.Keywords));
+    textDesc_->setPlainText(toWidgetText(pair.Desc));
+    setWindowTitle(QStringLiteral("Extra Descriptions [%1/%2]").arg(line).arg(kMaxExtraDescs));
+    editing_ = true;
+    buttonAdd_->setEnabled(false);
+    buttonUpdate_->setEnabled(true);
+    changed_ = false;
+}
+
+void ExtraDescsDialog::onAdd() {
+    if (textKeywords_->text().isEmpty() || count_ >= kMaxExtraDescs)
+        return;
+    buttonAdd_->setEnabled(false);
+    buttonEdit_->setEnabled(false);
+    buttonRemove_->setEnabled(false);
+    buttonRemoveAll_->setEnabled(true);
+    setPair(count_, {toBytes(textKeywords_->text()), fromWidgetText(textDesc_->toPlainText())});
+    listExtraDescs_->addItem(textKeywords_->text());
+    ClearAll();
+    changed_ = false;
+    ++count_;
+    if (variant_.hasChanged)
+        variant_.hasChanged();
+}
+
+void ExtraDescsDialog::onUpdate() {
+    const int line = selectedLine();
+    if (line < 0 || textKeywords_->text().isEmpty())
+        return;  // no pair chosen: nothing is stored
+    setPair(line, {toBytes(textKeywords_->text()), fromWidgetText(textDesc_->toPlainText())});
+    listExtraDescs_->item(line)->setText(textKeywords_->text());
+    editing_ = false;
+    ClearAll();
+    changed_ = false;
+    // The record changed: the owner must not close as if nothing happened.
+    if (variant_.hasChanged)
+        variant_.hasChanged();
+}
+
+void ExtraDescsDialog::onRemove() {
+    const int line = selectedLine();
+    if (line < 0)
+        return;
+    const std::span<ExtraDesc> list = pairs();
+    // Later pairs move up one slot; the empty slot after the list closes
+    // the gap.
+    for (int slot = line; slot < count_; ++slot) {
+        const std::size_t next = static_cast<std::size_t>(slot) + 1;
+        list[static_cast<std::size_t>(slot)] = next < list.size() ? list[next] : ExtraDesc{};
+    }
+    setPair(count_, {});
+    listing_ = true;
+    delete listExtraDescs_->takeItem(line);
+    listExtraDescs_->clearSelection();
+    listing_ = false;
+    ClearAll();
+    changed_ = false;
+    --count_;
+    if (variant_.hasChanged)
+        variant_.hasChanged();
+}
+
+void ExtraDescsDialog::onRemoveAll() {
+    const int removed = count_;
+    listing_ = true;
+    for (int line = count_ - 1; line >= 0; --line) {
+        delete listExtraDescs_->takeItem(line);
+        setPair(line, {});
+        --count_;
+    }
+    listing_ = false;
+    ClearAll();
+    changed_ = false;
+    if (removed > 0 && variant_.hasChanged)
+        variant_.hasChanged();
+}
+
+void ExtraDescsDialog::ClearAll() {
+    buttonAdd_->setEnabled(false);
+    buttonUpdate_->setEnabled(false);
+    buttonEdit_->setEnabled(false);
+    buttonRemove_->setEnabled(false);
+    if (listExtraDescs_->count() == 0)
+        buttonRemoveAll_->setEnabled(false);
+    textKeywords_->clear();
+    textDesc_->clear();
+}
+
+void ExtraDescsDialog::onClearAll() {
+    if (!prompts_.ask(QStringLiteral("Really Clear This Form?"), QStringLiteral("Confirm Clear")))
+        return;
+    changed_ = true;
+    ClearAll();
+    textKeywords_->setFocus();
+}
+
+void ExtraDescsDialog::onDone() {
+    if (!changed_) {
+        finish();
+        return;
+    }
+    prompts_.tell(twoLines(kPendingLine, QStringLiteral("Either Add/Update or Use Cancel.")),
+                  kPendingTitle);
+    if (variant_.hasChangedWhenPending && variant_.hasChanged)
+        variant_.hasChanged();
+}
+
+void ExtraDescsDialog::onCancel() {
+    if (changed_ && !prompts_.ask(twoLines(kPendingLine, QStringLiteral("Cancel Anyway?")),
+                                  kPendingTitle))
+        return;
+    finish();
+}
+
+void ExtraDescsDialog::reject() { onCancel(); }
+
+void ExtraDescsDialog::finish() {
+    closing_ = true;
+    close();
+}
+
+void ExtraDescsDialog::closeEvent(QCloseEvent* event) {
+    // The frame's close button acts as Cancel.
+    if (!closing_ && changed_ &&
+        !prompts_.ask(twoLines(kPendingLine, QStringLiteral("Cancel Anyway?")), kPendingTitle)) {
+        event->ignore();
+        return;
+    }
+    closing_ = true;
+    event->accept();
+    if (owner_) {
+        owner_->setEnabled(true);
+        owner_->activateWindow();
+    }
+}
+
+} // namespace marl

@@ -1,0 +1,352 @@
+#include "rooms/form_room_door.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QFontMetrics>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <optional>
+
+#include "rooms/form_room.h"
+#include "rooms/room_record.h"
+#include "shell/prompts.h"
+#include "world/numeric_rule.h"
+#include "world/qt_text.h"
+
+namespace marl {
+
+namespace {
+
+constexpr qint64 kMinVNum = -1;
+constexpr qint64 kMaxVNum = 99999;
+
+// The value of a numeric field, when its text reads as a whole number.
+std::optional<std::int32_t> valueOf(const QLineEdit* field) {
+    const std::optional<std::int64_t> value = readNumber(toBytes(field->text()));
+    if (!value)
+        return std::nullopt;
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(*value, INT32_MIN, INT32_MAX));
+}
+
+QGroupBox* frame(QWidget* parent, const char* name, const char* caption) {
+    auto* box = new QGroupBox(QString::fromLatin1(caption), parent);
+    box->setObjectName(QString::fromLatin1(name));
+    return box;
+}
+
+template <typename Widget> Widget* named(Widget* widget, const char* name) {
+    widget->setObjectName(QString::fromLatin1(name));
+    return widget;
+}
+
+int widthForColumns(const QWidget* widget, int columns) {
+    return QFontMetrics(widget->font()).horizontalAdvance(QLatin1Char('0')) * columns + 14;
+}
+
+} // namespace
+
+FormRoomDoor::FormRoomDoor(FormRoom& room, Prompts& prompts) : room_(&room), prompts_(prompts) {
+    setObjectName(QStringLiteral("formRoomDoor"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(QStringLiteral("Door Properties"));
+    buildLayout();
+    connectHandlers();
+}
+
+void FormRoomDoor::buildLayout() {
+    auto* exitFrame = frame(this, "frameExit", "Exit");
+    textFromVNum_ = named(new QLineEdit(exitFrame), "textFromVNum");
+    textDirection_ = named(new QLineEdit(exitFrame), "textDirection");
+    for (QLineEdit* shown : {textFromVNum_, textDirection_}) {
+        shown->setReadOnly(true);
+        shown->setFocusPolicy(Qt::NoFocus);
+        shown->setFont(fixedFont());
+        shown->setFixedWidth(widthForColumns(shown, 7));
+    }
+    auto* lblTo = named(new QLabel(QStringLiteral("to"), exitFrame), "lblTo");
+    textToVNum_ = named(new QLineEdit(exitFrame), "textToVNum");
+    makeNumeric(textToVNum_, true, 0);
+    textToVNum_->setFixedWidth(widthForColumns(textToVNum_, 7));
+    checkNowhere_ = named(new QCheckBox(QStringLiteral("Nowhere"), exitFrame), "checkNowhere");
+    auto* exitLayout = new QHBoxLayout(exitFrame);
+    exitLayout->addWidget(textFromVNum_);
+    exitLayout->addWidget(textDirection_);
+    exitLayout->addWidget(lblTo);
+    exitLayout->addWidget(textToVNum_);
+    exitLayout->addWidget(checkNowhere_);
+    exitLayout->addStretch();
+
+    auto* doorFrame = frame(this, "frameDoorFlag", "Door Flag");
+    optionNormal_ = named(new QRadioButton(QStringLiteral("Normal"), doorFrame), "optionNormal");
+    optionDoor_ = named(new QRadioButton(QStringLiteral("Door"), doorFrame), "optionDoor");
+    optionPickProof_ =
+        named(new QRadioButton(QStringLiteral("PickProof"), doorFrame), "optionPickProof");
+    optionNormal_->setChecked(true);
+    auto* doorLayout = new QHBoxLayout(doorFrame);
+    doorLayout->addWidget(optionNormal_);
+    doorLayout->addWidget(optionDoor_);
+    doorLayout->addWidget(optionPickProof_);
+
+    auto* keyFrame = frame(this, "dKeyFrame", "Key");
+    textKeyVNum_ = named(new QLineEdit(keyFrame), "textKeyVNum");
+    makeNumeric(textKeyVNum_, true, 0);
+    textKeyVNum_->setFixedWidth(widthForColumns(textKeyVNum_, 7));
+    checkNoKey_ = named(new QCheckBox(QStringLiteral("No Key"), keyFrame), "checkNoKey");
+    textKeyVNum_->setEnabled(false);
+    checkNoKey_->setEnabled(false);
+    auto* keyLayout = new QHBoxLayout(keyFrame);
+    keyLayout->addWidget(textKeyVNum_);
+    keyLayout->addWidget(checkNoKey_);
+    keyLayout->addStretch();
+
+    auto* keywordFrame = frame(this, "frameKeyword", "Keyword List");
+    textKeywords_ = named(new QLineEdit(keywordFrame), "textKeywords");
+    textKeywords_->setFont(fixedFont());
+    guardTildeText(textKeywords_);
+    auto* keywordLayout = new QHBoxLayout(keywordFrame);
+    keywordLayout->addWidget(textKeywords_);
+
+    auto* descFrame = frame(this, "frameDoorDesc", "Door Description");
+    textDesc_ = named(new TildeTextEdit(descFrame), "textDesc");
+    textDesc_->setLineWrapMode(QPlainTextEdit::NoWrap);
+    textDesc_->setMinimumWidth(widthForColumns(textDesc_, 72) + 20);
+    textDesc_->setMinimumHeight(QFontMetrics(textDesc_->font()).lineSpacing() * 6 + 12);
+    auto* descLayout = new QVBoxLayout(descFrame);
+    descLayout->addWidget(textDesc_);
+
+    buttonDone_ = named(new QPushButton(QStringLiteral("Done"), this), "buttonDone");
+    buttonCancel_ = named(new QPushButton(QStringLiteral("Cancel"), this), "buttonCancel");
+    buttonClearAll_ = named(new QPushButton(QStringLiteral("Clear All"), this), "buttonClearAll");
+    for (QPushButton* push : {buttonDone_, buttonCancel_, buttonClearAll_})
+        push->setAutoDefault(false);
+    buttonDone_->setDefault(true);
+
+    auto* doorAndKey = new QHBoxLayout;
+    doorAndKey->addWidget(doorFrame);
+    doorAndKey->addWidget(keyFrame, 1);
+    auto* commands = new QHBoxLayout;
+    commands->addWidget(buttonClearAll_);
+    commands->addStretch();
+    commands->addWidget(buttonCancel_);
+    commands->addWidget(buttonDone_);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(exitFrame);
+    layout->addLayout(doorAndKey);
+    layout->addWidget(keywordFrame);
+    layout->addWidget(descFrame, 1);
+    layout->addLayout(commands);
+
+    const QList<QWidget*> chain{textToVNum_, checkNowhere_, optionNormal_, optionDoor_,
+                                optionPickProof_, textKeyVNum_, checkNoKey_, textKeywords_,
+                                textDesc_, buttonClearAll_, buttonCancel_, buttonDone_};
+    for (qsizetype i = 0; i + 1 < chain.size(); ++i)
+        setTabOrder(chain[i], chain[i + 1]);
+}
+
+void FormRoomDoor::connectHandlers() {
+    for (QLineEdit* field : {textToVNum_, textKeyVNum_})
+        connect(field, &QLineEdit::textChanged, this, [this, field] {
+            changed_ = true;
+            clampToRange(field, kMinVNum, kMaxVNum);  // a replacement comes back here
+        });
+    connect(checkNowhere_, &QCheckBox::toggled, this, &FormRoomDoor::onNowhere);
+    connect(checkNoKey_, &QCheckBox::toggled, this, &FormRoomDoor::onNoKey);
+    connect(optionNormal_, &QRadioButton::toggled, this, [this](bool on) {
+        if (on)
+            onDoorKind(0);
+    });
+    connect(optionDoor_, &QRadioButton::toggled, this, [this](bool on) {
+        if (on)
+            onDoorKind(1);
+    });
+    connect(optionPickProof_, &QRadioButton::toggled, this, [this](bool on) {
+        if (on)
+            onDoorKind(2);
+    });
+    connect(textKeywords_, &QLineEdit::textChanged, this, [this] { changed_ = true; });
+    connect(textDesc_, &QPlainTextEdit::textChanged, this, [this] { changed_ = true; });
+    connect(buttonDone_, &QPushButton::clicked, this, &FormRoomDoor::onDone);
+    connect(buttonCancel_, &QPushButton::clicked, this, &FormRoomDoor::onCancel);
+    connect(buttonClearAll_, &QPushButton::clicked, this, &FormRoomDoor::onClearAll);
+}
+
+ExitRecord& FormRoomDoor::exit() {
+    return roomTable()[static_cast<std::size_t>(roomSlot_)].Exits[static_cast<std::size_t>(exitSlot_)];
+}
+
+void FormRoomDoor::SetupForm(int roomSlot, int exitSlot, const QString& direction,
+                             const QString& destination) {
+    roomSlot_ = roomSlot;
+    exitSlot_ = exitSlot;
+    doorKind_ = 0;
+    // A destination that reads as a number is shown in plain decimal; any
+    // other text as it stands (Done will refuse it).
+    const std::optional<std::int64_t> opened = readNumber(toBytes(destination));
+    openedDestination_ = opened ? QString::number(*opened) : destination;
+
+    textFromVNum_->setText(room_ ? room_->vnumText() : QString());
+    textDirection_->setText(direction);
+    textToVNum_->setText(openedDestination_);
+    if (textToVNum_->text() == QLatin1String("-1"))
+        checkNowhere_->setChecked(true);
+
+    const ExitRecord& current = exit();
+    switch (current.DoorKind) {
+    case 0: optionNormal_->setChecked(true); break;
+    case 1: optionDoor_->setChecked(true); break;
+    case 2: optionPickProof_->setChecked(true); break;
+    default: break;  // an unknown kind leaves Normal selected
+    }
+
+    textKeyVNum_->setText(QString::number(current.KeyVNum));
+    if (current.KeyVNum == -1)
+        checkNoKey_->setChecked(true);
+    textKeywords_->setText(fromBytes(current.Keywords));
+    textDesc_->setPlainText(toWidgetText(current.Desc));
+    changed_ = false;
+}
+
+void FormRoomDoor::onDoorKind(int kind) {
+    doorKind_ = static_cast<std::int16_t>(kind);
+    if (kind == 0) {
+        textKeyVNum_->setEnabled(false);
+        checkNoKey_->setEnabled(false);
+    } else {
+        textKeyVNum_->setEnabled(!checkNoKey_->isChecked());
+        checkNoKey_->setEnabled(true);
+    }
+    changed_ = true;
+}
+
+// Nowhere and No Key: checking remembers what the field held (when it reads
+// as a number) and shows -1; unchecking brings the remembered value back.
+void FormRoomDoor::onNowhere(bool checked) {
+    changed_ = true;
+    if (checked) {
+        if (const auto value = valueOf(textToVNum_))
+            exit().RememberedTo = *value;
+        textToVNum_->setText(QStringLiteral("-1"));
+        textToVNum_->setEnabled(false);
+    } else {
+        textToVNum_->setText(QString::number(exit().RememberedTo));
+        textToVNum_->setEnabled(true);
+    }
+}
+
+void FormRoomDoor::onNoKey(bool checked) {
+    changed_ = true;
+    if (checked) {
+        if (const auto value = valueOf(textKeyVNum_))
+            exit().RememberedKey = *value;
+        textKeyVNum_->setText(QStringLiteral("-1"));
+        textKeyVNum_->setEnabled(false);
+    } else {
+        textKeyVNum_->setText(QString::number(exit().RememberedKey));
+        textKeyVNum_->setEnabled(true);
+    }
+}
+
+void FormRoomDoor::onDone() {
+    if (textKeyVNum_->text().isEmpty())
+        textKeyVNum_->setText(QStringLiteral("-1"));
+    if (changed_) {
+        if (textToVNum_->text().isEmpty()) {
+            prompts_.tell(twoLines(QStringLiteral("ToVNum Must Be Supplied"),
+                                   QStringLiteral("To Open This Exit")),
+                          QStringLiteral("No ToVNum Supplied"));
+            return;
+        }
+        const std::optional<std::int32_t> to = valueOf(textToVNum_);
+        if (!to) {
+            prompts_.tell(twoLines(QStringLiteral("ToVNum Must Be a Number"),
+                                   QStringLiteral("To Open This Exit")),
+                          QStringLiteral("Door Not Saved"));
+            textToVNum_->setFocus();
+            return;
+        }
+        const std::optional<std::int32_t> key = valueOf(textKeyVNum_);
+        if (doorKind_ != 0 && !key) {
+            prompts_.tell(twoLines(QStringLiteral("Key VNum Must Be a Number"),
+                                   QStringLiteral("Or Check No Key")),
+                          QStringLiteral("Door Not Saved"));
+            textKeyVNum_->setFocus();
+            return;
+        }
+        ExitRecord& stored = exit();
+        stored.Direction = static_cast<std::int16_t>(exitSlot_);
+        stored.Desc = fromWidgetText(textDesc_->toPlainText());
+        stored.Keywords = toBytes(textKeywords_->text());
+        stored.DoorKind = doorKind_;
+        stored.KeyVNum = doorKind_ == 0 ? -1 : *key;
+        stored.ToVNum = *to;
+        if (room_) {
+            room_->ParseExits();
+            room_->HasChanged();
+        }
+    }
+    finish();
+}
+
+void FormRoomDoor::onCancel() {
+    if (changed_ && !prompts_.ask(twoLines(QStringLiteral("Changes to Door Not Saved."),
+                                           QStringLiteral("Cancel Anyway?")),
+                                  QStringLiteral("Door Not Saved")))
+        return;
+    finish();
+}
+
+void FormRoomDoor::reject() { onCancel(); }
+
+void FormRoomDoor::onClearAll() {
+    if (!prompts_.ask(QStringLiteral("Really Clear This Form?"), QStringLiteral("Confirm Clear")))
+        return;
+    changed_ = true;
+    ClearAll();
+    textKeywords_->setFocus();
+}
+
+void FormRoomDoor::ClearAll() {
+    textToVNum_->setText(openedDestination_);
+    checkNowhere_->setChecked(false);
+    if (textToVNum_->text() == QLatin1String("-1"))
+        checkNowhere_->setChecked(true);
+    optionNormal_->setChecked(true);
+    textKeyVNum_->clear();
+    checkNoKey_->setChecked(false);
+    textKeyVNum_->setEnabled(false);
+    checkNoKey_->setEnabled(false);
+    textKeywords_->clear();
+    textDesc_->clear();
+}
+
+void FormRoomDoor::finish() {
+    closing_ = true;
+    close();
+}
+
+void FormRoomDoor::closeEvent(QCloseEvent* event) {
+    // The frame's close button acts as Cancel.
+    if (!closing_ && changed_ &&
+        !prompts_.ask(twoLines(QStringLiteral("Changes to Door Not Saved."),
+                               QStringLiteral("Cancel Anyway?")),
+                      QStringLiteral("Door Not Saved"))) {
+        event->ignore();
+        return;
+    }
+    closing_ = true;
+    event->accept();
+    if (room_) {
+        room_->setEnabled(true);
+        room_->activateWindow();
+    }
+}
+
+} // namespace marl

@@ -1,0 +1,78 @@
+#pragma once
+// formRoomDoor ("Door Properties"): one exit of the room being edited, with
+// its destination, door kind, key, keywords and description.  It reads the
+// exit from the room table and writes it back on Done; the room editor waits,
+// disabled, until it closes.
+
+#include <QDialog>
+#include <QPointer>
+#include <cstdint>
+
+class QCheckBox;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+
+namespace marl {
+
+class FormRoom;
+class Prompts;
+class TildeTextEdit;
+struct ExitRecord;
+
+class FormRoomDoor : public QDialog {
+    Q_OBJECT
+public:
+    FormRoomDoor(FormRoom& room, Prompts& prompts);
+
+    // The room slot, the exit slot (0 north to 5 down), the caption of the
+    // exit's check box and the text of its destination field.
+    void SetupForm(int roomSlot, int exitSlot, const QString& direction,
+                   const QString& destination);
+    void ClearAll();
+
+    bool changed() const { return changed_; }
+    // Escape acts as Cancel.
+    void reject() override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildLayout();
+    void connectHandlers();
+    ExitRecord& exit();
+    void onDoorKind(int kind);
+    void onNowhere(bool checked);
+    void onNoKey(bool checked);
+    void onDone();
+    void onCancel();
+    void onClearAll();
+    void finish();
+
+    QPointer<FormRoom> room_;
+    Prompts& prompts_;
+    bool changed_ = false;
+    bool closing_ = false;
+    int roomSlot_ = 0;
+    int exitSlot_ = 0;
+    std::int16_t doorKind_ = 0;
+    QString openedDestination_;
+
+    QLineEdit* textFromVNum_ = nullptr;
+    QLineEdit* textDirection_ = nullptr;
+    QLineEdit* textToVNum_ = nullptr;
+    QCheckBox* checkNowhere_ = nullptr;
+    QRadioButton* optionNormal_ = nullptr;
+    QRadioButton* optionDoor_ = nullptr;
+    QRadioButton* optionPickProof_ = nullptr;
+    QLineEdit* textKeyVNum_ = nullptr;
+    QCheckBox* checkNoKey_ = nullptr;
+    QLineEdit* textKeywords_ = nullptr;
+    TildeTextEdit* textDesc_ = nullptr;
+    QPushButton* buttonDone_ = nullptr;
+    QPushButton* buttonCancel_ = nullptr;
+    QPushButton* buttonClearAll_ = nullptr;
+};
+
+} // namespace marl
