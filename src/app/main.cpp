@@ -1,5 +1,6 @@
 #include <QApplication>
 
+#include "about/form_about.h"
 #include "rooms/form_room.h"
 #include "shell/file_chooser.h"
 #include "shell/form_main.h"
@@ -14,6 +15,7 @@ int main(int argc, char* argv[]) {
     marl::FormMain window(QApplication::applicationDirPath(), prompts, chooser);
     window.setEditorFactory(marl::KindRoom,
                             [](marl::EditorHost& host) { return new marl::FormRoom(host); });
+    window.setAboutFactory([&prompts] { return new marl::FormAbout(prompts); });
     window.show();
     return QApplication::exec();
 }
