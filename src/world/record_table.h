@@ -32,19 +32,37 @@ template <typename Slots> int extraDescCount(const Slots& list) {
     return count;
 }
 
+// How a slot returns to the cleared record.  A record type may overload it
+// (found by argument-dependent lookup) to keep fields that outlive a reload.
+template <typename Record> void clearRecord(Record& record) {
+    static const Record cleared{};
+    record = cleared;  // copying keeps the strings' buffers: cheaper than a new record
+}
+
 template <typename Record> class RecordTable {
 public:
-    RecordTable() { clear(); }
+    RecordTable() : slots_(kTableSlots) {}
 
-    // Resets every slot to the cleared record, as before a file is read.
+    // Resets every slot to the cleared record, as before a file is read, and
+    // gives back the slots beyond 101.  Records are large (128 extra
+    // descriptions each), so only the slots handed out for change since the
+    // last clearing are reset: the others still hold the cleared record.
+    // A reference to a slot must therefore not be kept across a clearing.
     void clear() {
-        slots_.assign(kTableSlots, Record{});
+        if (slots_.size() > kTableSlots)
+            slots_.resize(kTableSlots);
+        const std::size_t used = touched_ < slots_.size() ? touched_ : slots_.size();
+        for (std::size_t slot = 0; slot < used; ++slot)
+            clearRecord(slots_[slot]);
+        touched_ = 0;
         lineEnd = LineEnd::CrLf;
     }
 
     Record& operator[](std::size_t slot) {
         if (slot >= slots_.size())
             slots_.resize(slot + 1);
+        if (slot >= touched_)
+            touched_ = slot + 1;
         return slots_[slot];
     }
     const Record& operator[](std::size_t slot) const { return slots_.at(slot); }
@@ -55,6 +73,7 @@ public:
 
 private:
     std::vector<Record> slots_;
+    std::size_t touched_ = 0;  // slots below this may differ from the cleared record
 };
 
 } // namespace marl
