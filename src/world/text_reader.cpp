@@ -105,6 +105,20 @@ std::vector<std::string_view> splitFields(std::string_view line) {
     }
 }
 
+std::vector<std::string_view> splitFlagLine(std::string_view line, std::size_t count) {
+    std::vector<std::string_view> fields;
+    std::size_t start = 0;
+    while (fields.size() < count) {
+        const std::size_t space = line.find(' ', start);
+        const bool last = space == std::string_view::npos;
+        fields.push_back(trimRight(line.substr(start, last ? line.npos : space - start)));
+        if (last)
+            break;
+        start = space + 1;
+    }
+    return fields;
+}
+
 std::vector<std::string_view> splitNumbers(std::string_view line) {
     std::vector<std::string_view> fields;
     std::size_t i = 0;
@@ -117,6 +131,15 @@ std::vector<std::string_view> splitNumbers(std::string_view line) {
         if (i > start)
             fields.push_back(line.substr(start, i - start));
     }
+    return fields;
+}
+
+std::vector<std::string_view> readNumberFields(TextReader& in, std::string& line, std::size_t count,
+                                               std::string_view what) {
+    line = in.readLine(what);
+    std::vector<std::string_view> fields = splitNumbers(line);
+    if (fields.size() < count)
+        throw FormatError(in.lastLineNumber(), std::string(what));
     return fields;
 }
 

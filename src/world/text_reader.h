@@ -75,8 +75,20 @@ std::string_view trimRight(std::string_view text);
 // two spaces give an empty field.  Blanks at the end of the line are dropped.
 std::vector<std::string_view> splitFields(std::string_view line);
 
+// The first `count` fields of a line that carries flag text, split at every
+// single space like splitFields, except that a blank at the end of the line
+// still separates: `0 0 0 ` has an empty fourth field (an empty flag text or
+// type letter written as it stands).  Fields beyond `count` are ignored;
+// fewer come back when the line has fewer.
+std::vector<std::string_view> splitFlagLine(std::string_view line, std::size_t count);
+
 // Fields of a line of numbers only: split at runs of blanks.
 std::vector<std::string_view> splitNumbers(std::string_view line);
+
+// Reads the next line as a line of numbers with at least `count` fields;
+// fewer throw FormatError naming that line.  The views point into `line`.
+std::vector<std::string_view> readNumberFields(TextReader& in, std::string& line, std::size_t count,
+                                               std::string_view what);
 
 // Whole-text numbers: an optional sign (`-` or `+`) and digits, within range.
 bool parseInt(std::string_view text, std::int64_t min, std::int64_t max, std::int64_t& value);
