@@ -1,0 +1,26 @@
+#pragma once
+// The mobile file (.mob): mobiles read from and written to the server's text.
+
+#include <string>
+#include <string_view>
+
+#include "mobiles/mobile_record.h"
+
+namespace marl {
+
+// Reads a whole mobile file into a cleared table, slot 0 upward, and returns
+// the number of mobiles read.  Throws FormatError, naming the line and what
+// was expected there, for a file the server could not read either; the table
+// then holds the mobiles read so far (loadZoneTable clears it again).
+int readMobiles(std::string_view bytes, MobileTable& table);
+
+// The text of a mobile file holding slots 0 to count - 1, in the table's line
+// ends.  An empty action or affect flag text is set to `0` in the table
+// before it is written.  A zone without mobiles (count 0) is written as slot
+// 0 alone, as rooms are: a file of nothing but `$` could not be opened again,
+// and the cleared record reads back as itself.  An extended block is always
+// closed with its `E` line, also for a record whose type letter is not "E",
+// so every file written reads back.
+std::string writeMobiles(MobileTable& table, int count);
+
+} // namespace marl

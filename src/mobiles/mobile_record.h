@@ -1,0 +1,78 @@
+#pragma once
+// The mobile record, the vocabularies it carries as numbers, and the mobile
+// table.
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "world/record_table.h"
+#include "world/vocabulary.h"
+
+namespace marl {
+
+struct MobileRecord {
+    std::int32_t VNum = 0;
+    std::string Alias;
+    std::string SDesc;
+    std::string LDesc;
+    std::string DDesc;       // may span several lines, held with CR LF
+    std::string ActionBitV;  // flag text as the file has it
+    std::string AffectBitV;  // flag text as the file has it
+    std::int32_t Align = 0;
+    std::string TypeLetter;  // "S", or "E" for a mobile with an extended block
+    std::int16_t Level = 0;
+    std::int16_t THAC0 = 0;
+    std::int16_t AC = 0;
+    std::string MHP = "0";  // dice text `NdS+P`
+    std::string BHD = "0";  // dice text `NdS+P`
+    std::int32_t Gold = 0;
+    std::int32_t XP = 0;
+    std::int16_t LPos = 0;
+    std::int16_t DPos = 0;
+    std::int16_t Gender = 0;
+    // The extended values: 0 means not given, and 0 is never written.
+    std::int16_t BHA = 0;  // bare-hand attack type
+    std::int16_t Str = 0;
+    std::int16_t StrAdd = 0;
+    std::int16_t Int = 0;
+    std::int16_t Wis = 0;
+    std::int16_t Dex = 0;
+    std::int16_t Con = 0;
+    std::int16_t Cha = 0;
+    bool operator==(const MobileRecord&) const = default;
+};
+
+using MobileTable = RecordTable<MobileRecord>;
+
+// Positions, offered as two option groups: the load position (`LPos`) and
+// the default position (`DPos`).
+struct PositionDef {
+    int number;
+    const char* loadControl;
+    const char* defaultControl;
+    const char* caption;
+};
+extern const std::array<PositionDef, 4> kPositions;
+inline constexpr const char* kLoadPositionFrame = "Load Position";
+inline constexpr const char* kDefaultPositionFrame = "Default Position";
+
+extern const std::array<ChoiceDef, 3> kGenders;
+inline constexpr const char* kGenderFrame = "Gender";
+
+// The keywords of the extended block, in the order they are tested on
+// reading and written, each with its field.
+struct ExtendedDef {
+    const char* keyword;  // colon included: "Str:"
+    std::int16_t MobileRecord::*field;
+};
+extern const std::array<ExtendedDef, 8> kExtendedValues;
+
+// Whether any extended value is given (not 0).
+bool hasExtendedValues(const MobileRecord& mobile);
+
+// The mobile table of the run and its clearing.
+MobileTable& mobileTable();
+void ClearMobileTable();
+
+} // namespace marl
