@@ -1,0 +1,23 @@
+#pragma once
+// The object file (.obj): objects read from and written to the server's text.
+
+#include <string>
+#include <string_view>
+
+#include "objects/object_record.h"
+
+namespace marl {
+
+// Reads a whole object file into a cleared table, slot 0 upward, and returns
+// the number of objects read.  Throws FormatError, naming the line and what
+// was expected there, for a file the server could not read either; the table
+// then holds the objects read so far (loadZoneTable clears it again).
+int readObjects(std::string_view bytes, ObjectTable& table);
+
+// The text of an object file holding slots 0 to count - 1, in the table's
+// line ends: extra descriptions before affects, each list up to its first
+// empty entry.  A zone without objects (count 0) is written as slot 0 alone,
+// as rooms and mobiles are, so that the file opens again.
+std::string writeObjects(const ObjectTable& table, int count);
+
+} // namespace marl

@@ -1,0 +1,77 @@
+#pragma once
+// The object record, its vocabularies (object types, effect and wear flags)
+// and the object table.
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "world/record_table.h"
+#include "world/slot_list.h"
+#include "world/vocabulary.h"
+
+namespace marl {
+
+inline constexpr int kObjectValues = 4;
+inline constexpr int kAffectSlots = 128;
+inline constexpr int kMaxAffects = 127;
+
+struct ObjectAffect {
+    std::int16_t Location = 0;  // 0: none, and the end of the list
+    std::string LocationName;   // the location's caption, for the affects list only
+    std::int32_t Modifier = 0;
+    bool operator==(const ObjectAffect&) const = default;
+};
+
+struct ObjectRecord {
+    std::int32_t VNum = 0;
+    std::string Alias;
+    std::string SDesc;
+    std::string LDesc;
+    std::string ADesc;  // keeps every character before its `~`, line breaks as CR LF
+    std::int16_t OType = 0;
+    std::string EBitV;  // flag text as the file has it
+    std::string WBitV;  // flag text as the file has it
+    std::array<std::int32_t, kObjectValues> Values{};
+    std::int32_t Weight = 0;
+    std::int32_t Cost = 0;
+    std::int32_t RPD = 0;  // rent per day
+    SlotList<ExtraDesc, kExtraDescSlots> ExtraDescs;
+    SlotList<ObjectAffect, kAffectSlots> Affects;
+    // The duration a light had before it was made eternal; the values dialog
+    // alone uses it, and the file never holds it.
+    std::int32_t SavedLightDuration = 0;
+    bool operator==(const ObjectRecord&) const = default;
+};
+
+// The affects in use: entries up to the first with Location 0.
+int affectCount(const ObjectRecord& object);
+
+// Clearing an object slot keeps what the dialogs hold beside the file across
+// a save and reload: SavedLightDuration and the affects' LocationName.
+void clearRecord(ObjectRecord& object);
+
+using ObjectTable = RecordTable<ObjectRecord>;
+
+// The object types that have an option in the editor.
+struct ObjectTypeDef {
+    int number;
+    const char* control;
+    const char* caption;
+    bool hasValues;  // the type-specific values dialog opens for it
+};
+extern const std::array<ObjectTypeDef, 19> kObjectTypes;
+const ObjectTypeDef* findObjectType(int number);
+inline constexpr int kObjectTypeOther = 12;
+inline constexpr const char* kObjectTypeFrame = "Object Type";
+
+extern const std::array<FlagDef, 17> kEffectFlags;
+inline constexpr const char* kEffectFrame = "Effect Bitvector";
+extern const std::array<FlagDef, 15> kWearFlags;
+inline constexpr const char* kWearFrame = "Wear Bitvector";
+
+// The object table of the run and its clearing.
+ObjectTable& objectTable();
+void ClearObjectTable();
+
+} // namespace marl
