@@ -115,16 +115,17 @@ QList<SysInfoTool> sysInfoTools() {
     QString path;
     if (GetKeyValue(machine, QStringLiteral("SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"),
                     QStringLiteral("PATH"), path))
-        return {{path, {}}};
+        return {SysInfoTool{path, {}}};
     if (GetKeyValue(machine, QStringLiteral("SOFTWARE\\Microsoft\\Shared Tools Location"),
                     QStringLiteral("MSINFO"), path)) {
         path += QStringLiteral("\\MSINFO32.EXE");
         if (QFileInfo::exists(path))
-            return {{path, {}}};
+            return {SysInfoTool{path, {}}};
     }
     return {};
 #elif defined(Q_OS_MACOS)
-    return {{QStringLiteral("open"), {QStringLiteral("-a"), QStringLiteral("System Information")}}};
+    return {SysInfoTool{QStringLiteral("open"),
+                        {QStringLiteral("-a"), QStringLiteral("System Information")}}};
 #else
     return freeDesktopSysInfoTools(qEnvironmentVariable("XDG_CURRENT_DESKTOP"));
 #endif
