@@ -325,7 +325,7 @@ void FormRoom::leave() {
 }
 
 void FormRoom::closeEvent(QCloseEvent* event) {
-    if (dialog_) {
+    if (dialog_ && dialog_->isVisible()) {
         // The window waits for its dialog; that one has to close first.
         event->ignore();
         dialog_->raise();

@@ -84,7 +84,15 @@ inline void click(QAbstractButton* button) {
     QTest::mouseClick(button, Qt::LeftButton, {}, at);
 }
 
-inline void type(QWidget* field, const QString& keys) { QTest::keyClicks(field, keys); }
+// Types the keys one by one; a line break is the Return key.
+inline void type(QWidget* field, const QString& keys) {
+    const QStringList lines = keys.split(QLatin1Char('\n'));
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        if (i > 0)
+            QTest::keyClick(field, Qt::Key_Return);
+        QTest::keyClicks(field, lines[i]);
+    }
+}
 
 inline void erase(QWidget* field) {
     QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
@@ -102,6 +110,25 @@ inline void doubleClickLine(QListWidget* list, int line) {
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, at);
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, at);
     QTest::mouseRelease(list->viewport(), Qt::LeftButton, {}, at);
+}
+
+// Runs a script of builder actions in a window, one per entry:
+//   "name:type:text", "name:erase", "name:backspace", "name:click".
+inline void run(QWidget* window, const QStringList& steps) {
+    for (const QString& step : steps) {
+        const QStringList part = step.split(QLatin1Char(':'));
+        QWidget* widget = find<QWidget>(window, part[0]);
+        if (part[1] == QLatin1String("type"))
+            type(widget, part.mid(2).join(QLatin1Char(':')));
+        else if (part[1] == QLatin1String("erase"))
+            erase(widget);
+        else if (part[1] == QLatin1String("backspace"))
+            QTest::keyClick(widget, Qt::Key_Backspace);
+        else if (part[1] == QLatin1String("click"))
+            click(qobject_cast<QAbstractButton*>(widget));
+        else
+            qFatal("unknown step %s", qPrintable(step));
+    }
 }
 
 inline QStringList lines(const QListWidget* list) {

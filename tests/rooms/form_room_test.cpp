@@ -12,25 +12,6 @@ using namespace marl::test;
 
 namespace {
 
-// Runs a script of builder actions, one per entry:
-//   "name:type:text", "name:erase", "name:backspace", "name:click".
-void run(FormRoom* editor, const QStringList& steps) {
-    for (const QString& step : steps) {
-        const QStringList part = step.split(QLatin1Char(':'));
-        QWidget* widget = find<QWidget>(editor, part[0]);
-        if (part[1] == QLatin1String("type"))
-            type(widget, part[2]);
-        else if (part[1] == QLatin1String("erase"))
-            erase(widget);
-        else if (part[1] == QLatin1String("backspace"))
-            QTest::keyClick(widget, Qt::Key_Backspace);
-        else if (part[1] == QLatin1String("click"))
-            click(qobject_cast<QAbstractButton*>(widget));
-        else
-            qFatal("unknown step %s", qPrintable(step));
-    }
-}
-
 QString checkedExits(const FormRoom* editor) {
     QStringList out;
     for (const ExitDef& def : kExits) {
