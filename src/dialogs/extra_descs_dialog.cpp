@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "shell/prompts.h"
@@ -120,6 +121,11 @@ void ExtraDescsDialog::connectHandlers() {
             &ExtraDescsDialog::onListClicked);
     connect(listExtraDescs_, &QListWidget::itemClicked, this, &ExtraDescsDialog::onListClicked);
     connect(listExtraDescs_, &QListWidget::itemDoubleClicked, this, &ExtraDescsDialog::onEdit);
+    // Enter on a line edits it, as a double click does.
+    for (int key : {Qt::Key_Return, Qt::Key_Enter})
+        connect(new QShortcut(QKeySequence(key), listExtraDescs_, nullptr, nullptr,
+                              Qt::WidgetShortcut),
+                &QShortcut::activated, this, &ExtraDescsDialog::onEdit);
     connect(buttonAdd_, &QPushButton::clicked, this, &ExtraDescsDialog::onAdd);
     connect(buttonUpdate_, &QPushButton::clicked, this, &ExtraDescsDialog::onUpdate);
     connect(buttonEdit_, &QPushButton::clicked, this, &ExtraDescsDialog::onEdit);

@@ -90,7 +90,12 @@ inline void type(QWidget* field, const QString& keys) {
     for (qsizetype i = 0; i < lines.size(); ++i) {
         if (i > 0)
             QTest::keyClick(field, Qt::Key_Return);
-        QTest::keyClicks(field, lines[i]);
+        for (QChar c : lines[i]) {
+            if (c.unicode() < 0x80)
+                QTest::keyClick(field, c.toLatin1());
+            else  // no key of its own: a key event carrying the character
+                QTest::sendKeyEvent(QTest::Click, field, Qt::Key_unknown, QString(c), {});
+        }
     }
 }
 

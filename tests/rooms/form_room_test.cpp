@@ -55,6 +55,8 @@ private slots:
     void saveEnabling();
     void numericFields_data();
     void numericFields();
+    void textFieldsRefuseWhatTheFileCannotHold_data();
+    void textFieldsRefuseWhatTheFileCannotHold();
     void exitBoxesAndAbsentMarks_data();
     void exitBoxesAndAbsentMarks();
     void listSelectionEnablesEditAndDelete();
@@ -257,6 +259,32 @@ void FormRoomTest::numericFields() {
     erase(edit);
     type(edit, keys);
     QCOMPARE(edit->text(), text);
+}
+
+void FormRoomTest::textFieldsRefuseWhatTheFileCannotHold_data() {
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("keys");
+    QTest::addColumn<QString>("text");
+    for (const char* field : {"textName", "textDesc"}) {
+        QTest::addRow("%s: tilde", field) << field << "Temple~Hall" << "TempleHall";
+        QTest::addRow("%s: euro sign", field) << field << QString::fromUtf8("5\u20ac") << "5";
+        QTest::addRow("%s: latin-1 kept", field)
+            << field << QString::fromUtf8("Caf\u00e9") << QString::fromUtf8("Caf\u00e9");
+    }
+}
+
+void FormRoomTest::textFieldsRefuseWhatTheFileCannotHold() {
+    QFETCH(QString, field);
+    QFETCH(QString, keys);
+    QFETCH(QString, text);
+    RoomHost host;
+    FormRoom editor(host);
+    editor.newZone(95);
+    editor.show();
+    QWidget* edit = find<QWidget>(&editor, field);
+    type(edit, keys);
+    const QString shown = edit->property(field == "textName" ? "text" : "plainText").toString();
+    QCOMPARE(shown, text);
 }
 
 void FormRoomTest::exitBoxesAndAbsentMarks_data() {
