@@ -77,7 +77,7 @@ std::size_t writeOnce(ZoneFile& file) {
 // Runs `pass` (one pass over all files, returning the bytes it handled)
 // until at least `seconds` have gone by, and returns MB/s.
 template <typename Pass> double measure(Pass pass, double seconds, std::size_t& sink) {
-    sink += pass();  // warm-up
+    sink += pass(); // warm-up
     std::size_t bytes = 0;
     int passes = 0;
     const auto start = Clock::now();
@@ -155,7 +155,8 @@ int main(int argc, char** argv) {
         files.push_back(std::move(file));
     }
     if (files.empty()) {
-        std::fprintf(stderr, "marl-bench: no .wld, .mob or .obj file in %s\n", dir.string().c_str());
+        std::fprintf(stderr, "marl-bench: no .wld, .mob or .obj file in %s\n",
+                     dir.string().c_str());
         return 1;
     }
 
@@ -192,7 +193,9 @@ int main(int argc, char** argv) {
     std::vector<ZoneFile*> all, rooms, mobiles, objects;
     for (ZoneFile& file : files) {
         all.push_back(&file);
-        (file.kind == Kind::Rooms ? rooms : file.kind == Kind::Mobiles ? mobiles : objects)
+        (file.kind == Kind::Rooms     ? rooms
+         : file.kind == Kind::Mobiles ? mobiles
+                                      : objects)
             .push_back(&file);
     }
     std::printf("marl-bench: %s, in memory; reading includes clearing the table\n",

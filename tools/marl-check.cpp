@@ -41,7 +41,9 @@ constexpr const char* kUsage =
     "Exit status: 0 when every file reads (and is written), 1 when any file is\n"
     "refused, 2 for a usage error.\n";
 
-void print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
+void print(const std::string& text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
+}
 
 std::string plural(int count, std::string_view one, std::string_view many) {
     return std::to_string(count) + ' ' + std::string(count == 1 ? one : many);
@@ -51,8 +53,7 @@ std::string plural(int count, std::string_view one, std::string_view many) {
 // writes it there.  Prints one line; returns whether all went well.
 template <typename Table, typename Reader, typename Writer>
 bool checkFile(const std::string& shown, const fs::path& path, Table& table, Reader read,
-               Writer write, std::string_view one, std::string_view many,
-               const fs::path* rewrite) {
+               Writer write, std::string_view one, std::string_view many, const fs::path* rewrite) {
     const LoadOutcome outcome = loadZoneTable(path, table, read);
     if (!outcome.ok) {
         if (outcome.line > 0)
@@ -96,8 +97,8 @@ bool checkOne(const std::string& shown, const fs::path* rewrite) {
         return checkFile(shown, path, roomTable(), readRooms, write, "room", "rooms", rewrite);
     }
     if (extension == ".mob")
-        return checkFile(shown, path, mobileTable(), readMobiles, writeMobiles, "mobile",
-                         "mobiles", rewrite);
+        return checkFile(shown, path, mobileTable(), readMobiles, writeMobiles, "mobile", "mobiles",
+                         rewrite);
     return checkFile(shown, path, objectTable(), readObjects, writeObjects, "object", "objects",
                      rewrite);
 }
@@ -137,7 +138,8 @@ int main(int argc, char** argv) {
     if (rewrite) {
         std::error_code ec;
         if (rewrite->empty() || !fs::is_directory(*rewrite, ec))
-            return usageError("--rewrite needs an existing folder, not '" + rewrite->string() + "'");
+            return usageError("--rewrite needs an existing folder, not '" + rewrite->string() +
+                              "'");
     }
 
     bool allRead = true;

@@ -7,8 +7,7 @@ namespace marl {
 namespace {
 
 constexpr std::string_view kHeader = "a mobile header \"#<vnum>\"";
-constexpr std::string_view kNextMobile =
-    "the next mobile \"#<vnum>\" or the end of the file \"$\"";
+constexpr std::string_view kNextMobile = "the next mobile \"#<vnum>\" or the end of the file \"$\"";
 constexpr std::string_view kFlagsLine =
     "the flags line \"<action flags> <affect flags> <alignment> <type letter>\"";
 constexpr std::string_view kLevelLine =
@@ -31,7 +30,8 @@ void readExtendedBlock(TextReader& in, std::string& line, MobileRecord& mobile) 
         for (const ExtendedDef& def : kExtendedValues) {
             if (!line.starts_with(def.keyword))
                 continue;
-            const std::string what = "an extended value \"" + std::string(def.keyword) + " <number>\"";
+            const std::string what =
+                "an extended value \"" + std::string(def.keyword) + " <number>\"";
             const auto fields = splitFields(line);
             if (fields.size() < 2)
                 throw FormatError(at, what);

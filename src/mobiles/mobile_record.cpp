@@ -38,6 +38,8 @@ MobileTable& mobileTable() {
     return table;
 }
 
-void ClearMobileTable() { mobileTable().clear(); }
+void ClearMobileTable() {
+    mobileTable().clear();
+}
 
 } // namespace marl

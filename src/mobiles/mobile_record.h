@@ -16,23 +16,23 @@ struct MobileRecord {
     std::string Alias;
     std::string SDesc;
     std::string LDesc;
-    std::string DDesc;       // may span several lines, held with CR LF
-    std::string ActionBitV;  // flag text as the file has it
-    std::string AffectBitV;  // flag text as the file has it
+    std::string DDesc;      // may span several lines, held with CR LF
+    std::string ActionBitV; // flag text as the file has it
+    std::string AffectBitV; // flag text as the file has it
     std::int32_t Align = 0;
-    std::string TypeLetter;  // "S", or "E" for a mobile with an extended block
+    std::string TypeLetter; // "S", or "E" for a mobile with an extended block
     std::int16_t Level = 0;
     std::int16_t THAC0 = 0;
     std::int16_t AC = 0;
-    std::string MHP = "0";  // dice text `NdS+P`
-    std::string BHD = "0";  // dice text `NdS+P`
+    std::string MHP = "0"; // dice text `NdS+P`
+    std::string BHD = "0"; // dice text `NdS+P`
     std::int32_t Gold = 0;
     std::int32_t XP = 0;
     std::int16_t LPos = 0;
     std::int16_t DPos = 0;
     std::int16_t Gender = 0;
     // The extended values: 0 means not given, and 0 is never written.
-    std::int16_t BHA = 0;  // bare-hand attack type
+    std::int16_t BHA = 0; // bare-hand attack type
     std::int16_t Str = 0;
     std::int16_t StrAdd = 0;
     std::int16_t Int = 0;
@@ -63,7 +63,7 @@ inline constexpr const char* kGenderFrame = "Gender";
 // The keywords of the extended block, in the order they are tested on
 // reading and written, each with its field.
 struct ExtendedDef {
-    const char* keyword;  // colon included: "Str:"
+    const char* keyword; // colon included: "Str:"
     std::int16_t MobileRecord::*field;
 };
 extern const std::array<ExtendedDef, 8> kExtendedValues;

@@ -11,7 +11,8 @@ constexpr std::string_view kNextObject =
     "an extra description \"E\", an affect \"A\", the next object \"#<vnum>\" or the end of the "
     "file \"$\"";
 constexpr std::string_view kTypeLine = "the type line \"<type> <effect flags> <wear flags>\"";
-constexpr std::string_view kValuesLine = "the values line \"<value 0> <value 1> <value 2> <value 3>\"";
+constexpr std::string_view kValuesLine =
+    "the values line \"<value 0> <value 1> <value 2> <value 3>\"";
 constexpr std::string_view kWeightLine = "the weight line \"<weight> <cost> <rent per day>\"";
 constexpr std::string_view kAffectLine = "an affect line \"<location> <modifier>\"";
 
@@ -26,7 +27,8 @@ void readBlocks(TextReader& in, std::string& line, ObjectRecord& object) {
         const std::string_view word = trimRight(line);
         if (word == "E") {
             if (extras == kExtraDescSlots)
-                throw FormatError(in.lastLineNumber(), "at most 128 extra descriptions in an object");
+                throw FormatError(in.lastLineNumber(),
+                                  "at most 128 extra descriptions in an object");
             ExtraDesc& extra = object.ExtraDescs[extras++];
             extra.Keywords = in.readTildeString("the extra description keywords ending in \"~\"");
             extra.Desc = in.readTildeText("the extra description ending in \"~\"");

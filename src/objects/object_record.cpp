@@ -103,6 +103,8 @@ ObjectTable& objectTable() {
     return table;
 }
 
-void ClearObjectTable() { objectTable().clear(); }
+void ClearObjectTable() {
+    objectTable().clear();
+}
 
 } // namespace marl

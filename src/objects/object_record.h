@@ -17,8 +17,8 @@ inline constexpr int kAffectSlots = 128;
 inline constexpr int kMaxAffects = 127;
 
 struct ObjectAffect {
-    std::int16_t Location = 0;  // 0: none, and the end of the list
-    std::string LocationName;   // the location's caption, for the affects list only
+    std::int16_t Location = 0; // 0: none, and the end of the list
+    std::string LocationName;  // the location's caption, for the affects list only
     std::int32_t Modifier = 0;
     bool operator==(const ObjectAffect&) const = default;
 };
@@ -28,14 +28,14 @@ struct ObjectRecord {
     std::string Alias;
     std::string SDesc;
     std::string LDesc;
-    std::string ADesc;  // keeps every character before its `~`, line breaks as CR LF
+    std::string ADesc; // keeps every character before its `~`, line breaks as CR LF
     std::int16_t OType = 0;
-    std::string EBitV;  // flag text as the file has it
-    std::string WBitV;  // flag text as the file has it
+    std::string EBitV; // flag text as the file has it
+    std::string WBitV; // flag text as the file has it
     std::array<std::int32_t, kObjectValues> Values{};
     std::int32_t Weight = 0;
     std::int32_t Cost = 0;
-    std::int32_t RPD = 0;  // rent per day
+    std::int32_t RPD = 0; // rent per day
     SlotList<ExtraDesc, kExtraDescSlots> ExtraDescs;
     SlotList<ObjectAffect, kAffectSlots> Affects;
     // The duration a light had before it was made eternal; the values dialog
@@ -58,7 +58,7 @@ struct ObjectTypeDef {
     int number;
     const char* control;
     const char* caption;
-    bool hasValues;  // the type-specific values dialog opens for it
+    bool hasValues; // the type-specific values dialog opens for it
 };
 extern const std::array<ObjectTypeDef, 19> kObjectTypes;
 const ObjectTypeDef* findObjectType(int number);
