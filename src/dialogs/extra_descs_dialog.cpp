@@ -125,7 +125,12 @@ void ExtraDescsDialog::connectHandlers() {
     for (int key : {Qt::Key_Return, Qt::Key_Enter})
         connect(new QShortcut(QKeySequence(key), listExtraDescs_, nullptr, nullptr,
                               Qt::WidgetShortcut),
-                &QShortcut::activated, this, &ExtraDescsDialog::onEdit);
+                &QShortcut::activated, this, [this] {
+                    // Enter edits the line the cursor is on.
+                    if (listExtraDescs_->selectedItems().isEmpty() && listExtraDescs_->currentItem())
+                        listExtraDescs_->currentItem()->setSelected(true);
+                    onEdit();
+                });
     connect(buttonAdd_, &QPushButton::clicked, this, &ExtraDescsDialog::onAdd);
     connect(buttonUpdate_, &QPushButton::clicked, this, &ExtraDescsDialog::onUpdate);
     connect(buttonEdit_, &QPushButton::clicked, this, &ExtraDescsDialog::onEdit);

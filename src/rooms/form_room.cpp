@@ -74,7 +74,12 @@ void FormRoom::connectHandlers() {
     for (int key : {Qt::Key_Return, Qt::Key_Enter})
         connect(new QShortcut(QKeySequence(key), listRoomSelect_, nullptr, nullptr,
                               Qt::WidgetShortcut),
-                &QShortcut::activated, this, &FormRoom::onEdit);
+                &QShortcut::activated, this, [this] {
+                    // Enter edits the line the cursor is on.
+                    if (listRoomSelect_->selectedItems().isEmpty() && listRoomSelect_->currentItem())
+                        listRoomSelect_->currentItem()->setSelected(true);
+                    onEdit();
+                });
 
     connect(buttonNew_, &QPushButton::clicked, this, &FormRoom::onNew);
     connect(buttonSave_, &QPushButton::clicked, this, &FormRoom::SaveRooms);

@@ -117,7 +117,7 @@ void FormRoomDoor::buildLayout() {
     textDesc_ = named(new TildeTextEdit(descFrame), "textDesc");
     textDesc_->setLineWrapMode(QPlainTextEdit::NoWrap);
     textDesc_->setMinimumWidth(widthForColumns(textDesc_, 72) + 20);
-    textDesc_->setMinimumHeight(QFontMetrics(textDesc_->font()).lineSpacing() * 6 + 12);
+    textDesc_->setMinimumHeight(QFontMetrics(textDesc_->font()).lineSpacing() * 5 + 12);
     auto* descLayout = new QVBoxLayout(descFrame);
     descLayout->addWidget(textDesc_);
 

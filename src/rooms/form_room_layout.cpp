@@ -57,7 +57,7 @@ void FormRoom::buildLayout() {
     listRoomSelect_->setObjectName(QStringLiteral("listRoomSelect"));
     listRoomSelect_->setFont(fixedFont());
     listRoomSelect_->setSelectionMode(QAbstractItemView::SingleSelection);
-    listRoomSelect_->setMinimumWidth(widthForColumns(listRoomSelect_, 42));
+    listRoomSelect_->setMinimumWidth(widthForColumns(listRoomSelect_, 44));
     auto* selectLayout = new QVBoxLayout(selectFrame);
     selectLayout->addWidget(listRoomSelect_);
 

@@ -353,6 +353,13 @@ void FormRoomTest::listSelectionEnablesEditAndDelete() {
         QVERIFY2(!find<QPushButton>(editor, name)->isEnabled(), name);
     emit list->itemDoubleClicked(list->item(2));
     QCOMPARE(editor->windowTitle(), QStringLiteral("Room Editor [1/99]"));
+    // Enter in the list shows the line the cursor is on.
+    editor->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(editor));
+    list->setFocus();
+    list->setCurrentItem(list->item(2), QItemSelectionModel::NoUpdate);
+    QTest::keyClick(list, Qt::Key_Return);
+    QCOMPARE(editor->windowTitle(), QStringLiteral("Room Editor [2/99]"));
     MARL_VERIFY_PROMPTS(host.script);
     delete editor;
 }
