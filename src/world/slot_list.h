@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <iterator>
+#include <span>
 #include <stdexcept>
 #include <vector>
 
@@ -31,6 +32,15 @@ public:
         }
         return held_[slot];
     }
+
+    // All N slots, stored, for code that works on them as one array (a
+    // dialog that edits the list in place).  The span stays valid until the
+    // list is cleared.
+    std::span<T, N> all() {
+        held_.resize(N);
+        return std::span<T, N>(held_.data(), N);
+    }
+    operator std::span<T>() { return all(); }
 
     // Every slot back to the cleared entry.
     void clear() { held_.clear(); }
