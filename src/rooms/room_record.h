@@ -7,6 +7,7 @@
 #include <string>
 
 #include "world/record_table.h"
+#include "world/slot_list.h"
 #include "world/vocabulary.h"
 
 namespace marl {
@@ -33,7 +34,7 @@ struct RoomRecord {
     std::string BitV;
     std::int16_t SecType = 0;
     std::array<ExitRecord, kExitSlots> Exits{};
-    std::array<ExtraDesc, kExtraDescSlots> ExtraDescs{};
+    SlotList<ExtraDesc, kExtraDescSlots> ExtraDescs;  // only the slots in use are stored
     bool operator==(const RoomRecord&) const = default;
 };
 
