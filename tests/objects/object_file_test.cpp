@@ -72,6 +72,7 @@ private slots:
     void writtenFileReadsBackAndWritesTheSame();
     void emptyZoneWritesAClearedObjectThatReadsBack();
     void clearingKeepsWhatLivesBesideTheFile();
+    void listsReadAsTheirFixedSlots();
 };
 
 void ObjectFileTest::readsObjects_data() {
@@ -398,6 +399,34 @@ void ObjectFileTest::clearingKeepsWhatLivesBesideTheFile() {
     ClearObjectTable();
     QCOMPARE(objectTable()[0].VNum, 0);
     QCOMPARE(objectTable()[0].SavedLightDuration, 12);
+}
+
+void ObjectFileTest::listsReadAsTheirFixedSlots() {
+    ObjectRecord o;
+    const ObjectRecord& read = o;
+    QCOMPARE(read.ExtraDescs.size(), std::size_t(128));
+    QVERIFY(read.ExtraDescs[127] == ExtraDesc{});
+    o.ExtraDescs[2].Keywords = "third";
+    int seen = 0;
+    for (const ExtraDesc& extra : read.ExtraDescs)
+        seen += extra.Keywords.empty() ? 1 : 100;
+    QCOMPARE(seen, 127 + 100);
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, o.ExtraDescs[128]);
+
+    // Equal by what the slots hold, however many are stored.
+    ObjectRecord other;
+    other.ExtraDescs[2].Keywords = "third";
+    other.Affects[9] = {};
+    QVERIFY(o == other);
+    other.Affects[9].Modifier = 1;
+    QVERIFY(!(o == other));
+
+    // The whole list as one array, as the extra-descriptions dialog edits it.
+    std::span<ExtraDesc> all(o.ExtraDescs);
+    QCOMPARE(all.size(), std::size_t(128));
+    all[127].Desc = "last";
+    QCOMPARE(read.ExtraDescs[127].Desc, std::string("last"));
+    QCOMPARE(read.ExtraDescs[2].Keywords, std::string("third"));
 }
 
 QTEST_GUILESS_MAIN(ObjectFileTest)
