@@ -15,6 +15,7 @@
 #include <optional>
 
 #include "rooms/form_room.h"
+#include "rooms/form_room_widgets.h"
 #include "rooms/room_record.h"
 #include "shell/prompts.h"
 #include "world/numeric_rule.h"
@@ -35,22 +36,9 @@ std::optional<std::int32_t> valueOf(const QLineEdit* field) {
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(*value, INT32_MIN, INT32_MAX));
 }
 
-QGroupBox* frame(QWidget* parent, const char* name, const char* caption) {
-    auto* box = new QGroupBox(QString::fromLatin1(caption), parent);
-    box->setObjectName(QString::fromLatin1(name));
-    return box;
-}
-
-template <typename Widget> Widget* named(Widget* widget, const char* name) {
-    widget->setObjectName(QString::fromLatin1(name));
-    return widget;
-}
-
-int widthForColumns(const QWidget* widget, int columns) {
-    return QFontMetrics(widget->font()).horizontalAdvance(QLatin1Char('0')) * columns + 14;
-}
-
 } // namespace
+
+using namespace roomform;
 
 FormRoomDoor::FormRoomDoor(FormRoom& room, Prompts& prompts) : room_(&room), prompts_(prompts) {
     setObjectName(QStringLiteral("formRoomDoor"));
@@ -121,11 +109,9 @@ void FormRoomDoor::buildLayout() {
     auto* descLayout = new QVBoxLayout(descFrame);
     descLayout->addWidget(textDesc_);
 
-    buttonDone_ = named(new QPushButton(QStringLiteral("Done"), this), "buttonDone");
-    buttonCancel_ = named(new QPushButton(QStringLiteral("Cancel"), this), "buttonCancel");
-    buttonClearAll_ = named(new QPushButton(QStringLiteral("Clear All"), this), "buttonClearAll");
-    for (QPushButton* push : {buttonDone_, buttonCancel_, buttonClearAll_})
-        push->setAutoDefault(false);
+    buttonDone_ = button(this, "buttonDone", "Done");
+    buttonCancel_ = button(this, "buttonCancel", "Cancel");
+    buttonClearAll_ = button(this, "buttonClearAll", "Clear All");
     buttonDone_->setDefault(true);
 
     auto* doorAndKey = new QHBoxLayout;
@@ -157,8 +143,12 @@ void FormRoomDoor::connectHandlers() {
             changed_ = true;
             clampToRange(field, kMinVNum, kMaxVNum);  // a replacement comes back here
         });
-    connect(checkNowhere_, &QCheckBox::toggled, this, &FormRoomDoor::onNowhere);
-    connect(checkNoKey_, &QCheckBox::toggled, this, &FormRoomDoor::onNoKey);
+    connect(checkNowhere_, &QCheckBox::toggled, this, [this](bool checked) {
+        onRememberingBox(textToVNum_, &ExitRecord::RememberedTo, checked);
+    });
+    connect(checkNoKey_, &QCheckBox::toggled, this, [this](bool checked) {
+        onRememberingBox(textKeyVNum_, &ExitRecord::RememberedKey, checked);
+    });
     connect(optionNormal_, &QRadioButton::toggled, this, [this](bool on) {
         if (on)
             onDoorKind(0);
@@ -228,29 +218,17 @@ void FormRoomDoor::onDoorKind(int kind) {
 
 // Nowhere and No Key: checking remembers what the field held (when it reads
 // as a number) and shows -1; unchecking brings the remembered value back.
-void FormRoomDoor::onNowhere(bool checked) {
+void FormRoomDoor::onRememberingBox(QLineEdit* field, std::int32_t ExitRecord::*remembered,
+                                    bool checked) {
     changed_ = true;
     if (checked) {
-        if (const auto value = valueOf(textToVNum_))
-            exit().RememberedTo = *value;
-        textToVNum_->setText(QStringLiteral("-1"));
-        textToVNum_->setEnabled(false);
+        if (const auto value = valueOf(field))
+            exit().*remembered = *value;
+        field->setText(QStringLiteral("-1"));
+        field->setEnabled(false);
     } else {
-        textToVNum_->setText(QString::number(exit().RememberedTo));
-        textToVNum_->setEnabled(true);
-    }
-}
-
-void FormRoomDoor::onNoKey(bool checked) {
-    changed_ = true;
-    if (checked) {
-        if (const auto value = valueOf(textKeyVNum_))
-            exit().RememberedKey = *value;
-        textKeyVNum_->setText(QStringLiteral("-1"));
-        textKeyVNum_->setEnabled(false);
-    } else {
-        textKeyVNum_->setText(QString::number(exit().RememberedKey));
-        textKeyVNum_->setEnabled(true);
+        field->setText(QString::number(exit().*remembered));
+        field->setEnabled(true);
     }
 }
 

@@ -43,8 +43,7 @@ private:
     void connectHandlers();
     ExitRecord& exit();
     void onDoorKind(int kind);
-    void onNowhere(bool checked);
-    void onNoKey(bool checked);
+    void onRememberingBox(QLineEdit* field, std::int32_t ExitRecord::*remembered, bool checked);
     void onDone();
     void onCancel();
     void onClearAll();

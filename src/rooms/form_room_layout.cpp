@@ -15,31 +15,12 @@
 #include <QVBoxLayout>
 
 #include "rooms/form_room.h"
+#include "rooms/form_room_widgets.h"
 #include "world/qt_text.h"
 
 namespace marl {
 
-namespace {
-
-QGroupBox* frame(QWidget* parent, const char* name, const char* caption) {
-    auto* box = new QGroupBox(QString::fromLatin1(caption), parent);
-    box->setObjectName(QString::fromLatin1(name));
-    return box;
-}
-
-QPushButton* button(QWidget* parent, const char* name, const char* caption) {
-    auto* push = new QPushButton(QString::fromLatin1(caption), parent);
-    push->setObjectName(QString::fromLatin1(name));
-    push->setAutoDefault(false);
-    return push;
-}
-
-// Wide enough for `columns` characters of the field's font.
-int widthForColumns(const QWidget* widget, int columns) {
-    return QFontMetrics(widget->font()).horizontalAdvance(QLatin1Char('0')) * columns + 14;
-}
-
-} // namespace
+using namespace roomform;
 
 void FormRoom::buildLayout() {
     // Left: VNum and the room list.
