@@ -223,9 +223,6 @@ void ExtraDescsDialog::onUpdate() {
     editing_ = false;
     ClearAll();
     changed_ = false;
-    // The record changed: the owner must not close as if nothing happened.
-    if (variant_.hasChanged)
-        variant_.hasChanged();
 }
 
 void ExtraDescsDialog::onRemove() {
@@ -247,12 +244,9 @@ void ExtraDescsDialog::onRemove() {
     ClearAll();
     changed_ = false;
     --count_;
-    if (variant_.hasChanged)
-        variant_.hasChanged();
 }
 
 void ExtraDescsDialog::onRemoveAll() {
-    const int removed = count_;
     listing_ = true;
     for (int line = count_ - 1; line >= 0; --line) {
         delete listExtraDescs_->takeItem(line);
@@ -262,8 +256,6 @@ void ExtraDescsDialog::onRemoveAll() {
     listing_ = false;
     ClearAll();
     changed_ = false;
-    if (removed > 0 && variant_.hasChanged)
-        variant_.hasChanged();
 }
 
 void ExtraDescsDialog::ClearAll() {
