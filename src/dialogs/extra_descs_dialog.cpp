@@ -12,30 +12,18 @@
 
 #include "shell/prompts.h"
 #include "world/qt_text.h"
+#include "world/qt_widgets.h"
 
 namespace marl {
+
+using ui::button;
+using ui::charWidth;
+using ui::frame;
 
 namespace {
 
 const QString kPendingTitle = QStringLiteral("Desc Not Saved");
 const QString kPendingLine = QStringLiteral("Changes to Desc Not Saved.");
-
-QGroupBox* frame(QWidget* parent, const char* name, const QString& caption) {
-    auto* box = new QGroupBox(caption, parent);
-    box->setObjectName(QString::fromLatin1(name));
-    return box;
-}
-
-QPushButton* button(QWidget* parent, const char* name, const char* caption) {
-    auto* push = new QPushButton(QString::fromLatin1(caption), parent);
-    push->setObjectName(QString::fromLatin1(name));
-    push->setAutoDefault(false);
-    return push;
-}
-
-int charWidth(const QWidget* widget) {
-    return QFontMetrics(widget->font()).horizontalAdvance(QLatin1Char('0'));
-}
 
 } // namespace
 

@@ -15,7 +15,7 @@
 #include <optional>
 
 #include "rooms/form_room.h"
-#include "rooms/form_room_widgets.h"
+#include "world/qt_widgets.h"
 #include "rooms/room_record.h"
 #include "shell/prompts.h"
 #include "world/numeric_rule.h"
@@ -38,7 +38,7 @@ std::optional<std::int32_t> valueOf(const QLineEdit* field) {
 
 } // namespace
 
-using namespace roomform;
+using namespace ui;
 
 FormRoomDoor::FormRoomDoor(FormRoom& room, Prompts& prompts) : room_(&room), prompts_(prompts) {
     setObjectName(QStringLiteral("formRoomDoor"));

@@ -15,12 +15,12 @@
 #include <QVBoxLayout>
 
 #include "rooms/form_room.h"
-#include "rooms/form_room_widgets.h"
+#include "world/qt_widgets.h"
 #include "world/qt_text.h"
 
 namespace marl {
 
-using namespace roomform;
+using namespace ui;
 
 void FormRoom::buildLayout() {
     // Left: VNum and the room list.

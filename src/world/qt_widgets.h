@@ -1,15 +1,15 @@
 #pragma once
-// Small builders shared by the room editor's windows: named frames and
-// buttons, and field widths counted in characters of the field's font.
+// Small builders shared by the editor windows and their dialogs: named
+// frames and buttons, and widths counted in characters of a widget's font.
 
 #include <QFontMetrics>
 #include <QGroupBox>
 #include <QPushButton>
 
-namespace marl::roomform {
+namespace marl::ui {
 
-inline QGroupBox* frame(QWidget* parent, const char* name, const char* caption) {
-    auto* box = new QGroupBox(QString::fromLatin1(caption), parent);
+inline QGroupBox* frame(QWidget* parent, const char* name, const QString& caption) {
+    auto* box = new QGroupBox(caption, parent);
     box->setObjectName(QString::fromLatin1(name));
     return box;
 }
@@ -27,9 +27,14 @@ template <typename Widget> Widget* named(Widget* widget, const char* name) {
     return widget;
 }
 
-// Wide enough for `columns` characters of the widget's font.
-inline int widthForColumns(const QWidget* widget, int columns) {
-    return QFontMetrics(widget->font()).horizontalAdvance(QLatin1Char('0')) * columns + 14;
+// The width of one character of the widget's font.
+inline int charWidth(const QWidget* widget) {
+    return QFontMetrics(widget->font()).horizontalAdvance(QLatin1Char('0'));
 }
 
-} // namespace marl::roomform
+// Wide enough for `columns` characters of the widget's font.
+inline int widthForColumns(const QWidget* widget, int columns) {
+    return charWidth(widget) * columns + 14;
+}
+
+} // namespace marl::ui
