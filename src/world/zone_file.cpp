@@ -38,7 +38,50 @@ bool readZoneFile(const std::filesystem::path& path, std::string& bytes, std::st
     return true;
 }
 
-bool writeZoneFile(const std::filesystem::path& path, std::string_view bytes, std::string& error) {
+namespace {
+
+// A file that may not be written is not replaced.  Replacing goes through
+// the directory, which would let a read-only file be swapped for a new one:
+// so a file marked read-only (no write permission for anyone, as the
+// platform's read-only attribute shows) is refused, and one the system would
+// not open for writing is refused with the system's reason.
+bool mayReplace(const std::filesystem::path& path, std::string& error) {
+    std::error_code ec;
+    const auto status = std::filesystem::status(path, ec);
+    if (ec || !std::filesystem::exists(status))
+        return true;
+    constexpr auto anyWrite = std::filesystem::perms::owner_write |
+                              std::filesystem::perms::group_write |
+                              std::filesystem::perms::others_write;
+    if ((status.permissions() & anyWrite) == std::filesystem::perms::none) {
+        error = reason(EACCES);
+        return false;
+    }
+    errno = 0;
+    std::ofstream probe(path, std::ios::binary | std::ios::app); // opens, writes nothing
+    if (!probe) {
+        error = reason(errno);
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+bool writeZoneFile(const std::filesystem::path& requested, std::string_view bytes,
+                   std::string& error) {
+    std::error_code ec;
+    // Through a link, the file it names is replaced and the link stays.
+    std::filesystem::path path = requested;
+    if (std::filesystem::is_symlink(std::filesystem::symlink_status(requested, ec))) {
+        path = std::filesystem::weakly_canonical(requested, ec);
+        if (ec) {
+            error = ec.message();
+            return false;
+        }
+    }
+    if (!mayReplace(path, error))
+        return false;
     std::filesystem::path temp = path;
     temp += ".marl-new";
     {
@@ -49,16 +92,13 @@ bool writeZoneFile(const std::filesystem::path& path, std::string_view bytes, st
             return false;
         }
         out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        out.flush();
+        out.close();
         if (!out) {
             error = reason(errno);
-            out.close();
-            std::error_code ignored;
-            std::filesystem::remove(temp, ignored);
+            std::filesystem::remove(temp, ec);
             return false;
         }
     }
-    std::error_code ec;
     if (!syncFile(temp)) {
         error = reason(errno);
         std::filesystem::remove(temp, ec);

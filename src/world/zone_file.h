@@ -14,8 +14,9 @@ namespace marl {
 // Reads the whole file as bytes.  On failure `error` holds the system's reason.
 bool readZoneFile(const std::filesystem::path& path, std::string& bytes, std::string& error);
 
-// Replaces the file with `bytes`.  On failure the old file is as it was and
-// `error` holds the system's reason.
+// Replaces the file with `bytes` (through a link: the file it names).  A file
+// marked read-only, or one the system will not open for writing, is refused.
+// On failure the old file is as it was and `error` holds the system's reason.
 bool writeZoneFile(const std::filesystem::path& path, std::string_view bytes, std::string& error);
 
 // Pushes a written file to the disk (the one place for the platform's call).

@@ -180,6 +180,7 @@ void RoomWriterTest::failedWriteLeavesTheOldFile_data() {
         << "30.wld.marl-new/" << QStringList{"30.wld", "30.wld.marl-new"};
     QTest::newRow("the old name is a folder") << "31.wld"
                                               << "31.wld/" << QStringList{"30.wld", "31.wld"};
+    QTest::newRow("the old file is read-only") << "30.wld" << "" << QStringList{"30.wld"};
 }
 
 void RoomWriterTest::failedWriteLeavesTheOldFile() {
@@ -189,7 +190,9 @@ void RoomWriterTest::failedWriteLeavesTheOldFile() {
     QTemporaryDir dir;
     const std::string old = test::crlf({"#1", "Old~", "", "~", "30 0 0", "S", "$"});
     test::writeBytes(dir.filePath("30.wld"), old);
-    if (blocker.endsWith('/'))
+    if (blocker.isEmpty())
+        QFile::setPermissions(dir.filePath("30.wld"), QFile::ReadOwner | QFile::ReadGroup);
+    else if (blocker.endsWith('/'))
         QVERIFY(QDir(dir.path()).mkpath(blocker + "inside"));
     else
         test::writeBytes(dir.filePath(blocker), "not a folder");
@@ -215,6 +218,11 @@ void RoomWriterTest::writeReplacesTheFile() {
     QCOMPARE(test::readBytes(path), text);
     QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot),
              QStringList{"30.wld"});
+    // Through a link, the file it names is written and the link stays.
+    QVERIFY(QFile::link(path, dir.filePath("link.wld")));
+    QVERIFY2(writeZoneFile(dir.filePath("link.wld").toStdString(), "$\r\n", error), error.c_str());
+    QVERIFY(QFileInfo(dir.filePath("link.wld")).isSymLink());
+    QCOMPARE(test::readBytes(path), std::string("$\r\n"));
 }
 
 QTEST_GUILESS_MAIN(RoomWriterTest)
