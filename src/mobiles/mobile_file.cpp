@@ -1,6 +1,6 @@
 #include "mobiles/mobile_file.h"
 
-#include "world/text_writer.h"
+#include "world/record_file.h"
 
 namespace marl {
 
@@ -18,97 +18,69 @@ constexpr std::string_view kPositionLine =
 constexpr std::string_view kExtendedLine =
     "an extended value \"<keyword>: <value>\" or the end of the block \"E\"";
 
-bool opensExtendedBlock(std::string_view line) {
-    return line.find(':') != std::string_view::npos || isLine(line, "E");
-}
-
 // The lines of an extended block up to its `E` line; `line` holds the first.
 // Lines with a keyword of their own are skipped, as the server skips them.
 void readExtendedBlock(TextReader& in, std::string& line, MobileRecord& mobile) {
     while (!isLine(line, "E")) {
-        const int at = in.lastLineNumber();
         for (const ExtendedDef& def : kExtendedValues) {
             if (!line.starts_with(def.keyword))
                 continue;
             const std::string what =
                 "an extended value \"" + std::string(def.keyword) + " <number>\"";
-            const auto fields = splitFields(line);
-            if (fields.size() < 2)
-                throw FormatError(at, what);
-            mobile.*def.field = toInt16(fields[1], at, what);
+            mobile.*def.field =
+                FieldLine(line, in.lastLineNumber(), 2, what, FieldLine::FlagText).int16(1);
             break;
         }
         line = in.readLine(kExtendedLine);
     }
 }
 
-} // namespace
+void readMobile(TextReader& in, MobileRecord& mobile, std::string& line) {
+    mobile.Alias = in.readTildeString("the alias list ending in \"~\"");
+    mobile.SDesc = in.readTildeString("the short description ending in \"~\"");
+    mobile.LDesc = in.readTildeText("the long description ending in \"~\"");
+    mobile.DDesc = in.readTildeText("the detailed description ending in \"~\"");
 
-int readMobiles(std::string_view bytes, MobileTable& table) {
-    TextReader in(bytes);
-    table.lineEnd = in.lineEnd();
-    std::string line = in.readLine(kHeader);
-    std::string_view header = kHeader;
-    int count = 0;
-    while (true) {
-        MobileRecord& mobile = table[count];
-        mobile.VNum = parseHeader(line, in.lastLineNumber(), header);
-        mobile.Alias = in.readTildeString("the alias list ending in \"~\"");
-        mobile.SDesc = in.readTildeString("the short description ending in \"~\"");
-        mobile.LDesc = in.readTildeText("the long description ending in \"~\"");
-        mobile.DDesc = in.readTildeText("the detailed description ending in \"~\"");
+    const FieldLine flags(in, 4, kFlagsLine, FieldLine::FlagText);
+    mobile.ActionBitV = flags.text(0);
+    mobile.AffectBitV = flags.text(1);
+    mobile.Align = flags.int32(2);
+    mobile.TypeLetter = flags.text(3);
 
-        line = in.readLine(kFlagsLine);
-        int at = in.lastLineNumber();
-        const auto flags = splitFlagLine(line, 4);
-        if (flags.size() < 4)
-            throw FormatError(at, std::string(kFlagsLine));
-        mobile.ActionBitV = flags[0];
-        mobile.AffectBitV = flags[1];
-        mobile.Align = toInt32(flags[2], at, kFlagsLine);
-        mobile.TypeLetter = flags[3];
+    const FieldLine level(in, 5, kLevelLine, FieldLine::Numbers);
+    mobile.Level = level.int16(0);
+    mobile.THAC0 = level.int16(1);
+    mobile.AC = level.int16(2);
+    mobile.MHP = level.text(3);
+    mobile.BHD = level.text(4);
 
-        auto fields = readNumberFields(in, line, 5, kLevelLine);
-        at = in.lastLineNumber();
-        mobile.Level = toInt16(fields[0], at, kLevelLine);
-        mobile.THAC0 = toInt16(fields[1], at, kLevelLine);
-        mobile.AC = toInt16(fields[2], at, kLevelLine);
-        mobile.MHP = fields[3];
-        mobile.BHD = fields[4];
+    const FieldLine gold(in, 2, kGoldLine, FieldLine::Numbers);
+    mobile.Gold = gold.int32(0);
+    mobile.XP = gold.int32(1);
 
-        fields = readNumberFields(in, line, 2, kGoldLine);
-        at = in.lastLineNumber();
-        mobile.Gold = toInt32(fields[0], at, kGoldLine);
-        mobile.XP = toInt32(fields[1], at, kGoldLine);
+    const FieldLine position(in, 3, kPositionLine, FieldLine::Numbers);
+    mobile.LPos = position.int16(0);
+    mobile.DPos = position.int16(1);
+    mobile.Gender = position.int16(2);
 
-        fields = readNumberFields(in, line, 3, kPositionLine);
-        at = in.lastLineNumber();
-        mobile.LPos = toInt16(fields[0], at, kPositionLine);
-        mobile.DPos = toInt16(fields[1], at, kPositionLine);
-        mobile.Gender = toInt16(fields[2], at, kPositionLine);
-
-        // Whether an extended block follows is decided by the line after the
-        // position line alone, not by the type letter.
+    // Whether an extended block follows is decided by the line after the
+    // position line alone, not by the type letter.
+    line = in.readLine(kNextMobile);
+    if (line.find(':') != std::string::npos || isLine(line, "E")) {
+        readExtendedBlock(in, line, mobile);
         line = in.readLine(kNextMobile);
-        if (opensExtendedBlock(line)) {
-            readExtendedBlock(in, line, mobile);
-            line = in.readLine(kNextMobile);
-        }
-        ++count;
-        if (isEndLine(line))
-            return count;
-        header = kNextMobile;
     }
 }
 
+} // namespace
+
+int readMobiles(std::string_view bytes, MobileTable& table) {
+    return readRecords(bytes, table, kHeader, kNextMobile, readMobile);
+}
+
 std::string writeMobiles(MobileTable& table, int count) {
-    TextWriter out(table.lineEnd);
-    const int written = count > 0 ? count : 1;
-    out.reserve(static_cast<std::size_t>(written) * 320);
     std::string text;
-    for (int slot = 0; slot < written; ++slot) {
-        MobileRecord& mobile = table[slot];
-        out.header(mobile.VNum);
+    return writeRecords(table, count, 320, [&](TextWriter& out, MobileRecord& mobile) {
         out.tildeString(mobile.Alias);
         out.tildeString(mobile.SDesc);
         out.tildeText(mobile.LDesc);
@@ -136,9 +108,7 @@ std::string writeMobiles(MobileTable& table, int count) {
         }
         if (extended || mobile.TypeLetter == "E")
             out.line("E");
-    }
-    out.end();
-    return out.take();
+    });
 }
 
 } // namespace marl

@@ -1,6 +1,6 @@
 #include "rooms/room_file.h"
 
-#include "world/text_writer.h"
+#include "world/record_file.h"
 
 namespace marl {
 
@@ -8,90 +8,65 @@ namespace {
 
 constexpr std::string_view kHeader = "a room header \"#<vnum>\"";
 constexpr std::string_view kNextRoom = "the next room \"#<vnum>\" or the end of the file \"$\"";
+constexpr std::string_view kNumbersLine = "the line \"<zone> <flags> <sector>\"";
 constexpr std::string_view kRoomLine =
     "an exit \"D<n>\", an extra description \"E\" or the end of the room \"S\"";
+constexpr std::string_view kExitLine = "an exit line \"<door> <key> <to>\"";
 
-void readExit(TextReader& in, RoomRecord& room, int direction, int line) {
-    const int slot = exitSlotOfDirection(direction);
+void readExit(TextReader& in, RoomRecord& room, char direction) {
+    const int slot =
+        direction >= '0' && direction <= '9' ? exitSlotOfDirection(direction - '0') : -1;
     if (slot < 0)
-        throw FormatError(line, "an exit direction \"D0\" to \"D5\"");
-    ExitRecord& exit = room.Exits[slot];
+        throw FormatError(in.lastLineNumber(), "an exit direction \"D0\" to \"D5\"");
+    ExitRecord& exit = room.Exits[static_cast<std::size_t>(slot)];
     exit.Direction = static_cast<std::int16_t>(slot);
     exit.Desc = in.readTildeText("the exit description ending in \"~\"");
     exit.Keywords = in.readTildeString("the door keywords ending in \"~\"");
-    constexpr std::string_view what = "an exit line \"<door> <key> <to>\"";
-    const std::string numbers = in.readLine(what);
-    const int at = in.lastLineNumber();
-    const auto fields = splitNumbers(numbers);
-    if (fields.size() < 3)
-        throw FormatError(at, std::string(what));
-    exit.DoorKind = toInt16(fields[0], at, what);
-    exit.KeyVNum = toInt32(fields[1], at, what);
-    exit.ToVNum = toInt32(fields[2], at, what);
+    const FieldLine numbers(in, 3, kExitLine, FieldLine::Numbers);
+    exit.DoorKind = numbers.int16(0);
+    exit.KeyVNum = numbers.int32(1);
+    exit.ToVNum = numbers.int32(2);
     exit.Absent = false;
+}
+
+void readRoom(TextReader& in, RoomRecord& room, std::string& line) {
+    room.Name = in.readTildeString("the room name ending in \"~\"");
+    room.Desc = in.readTildeText("the room description ending in \"~\"");
+    const FieldLine numbers(in, 3, kNumbersLine, FieldLine::FlagText);
+    numbers.int32(0); // the zone: read and ignored
+    room.BitV = numbers.text(1);
+    room.SecType = numbers.int16(2);
+
+    // Exits and extra descriptions, in whatever order the file has them,
+    // up to the line that ends the room; its contents are not checked.
+    int extras = 0;
+    while (true) {
+        line = in.readLine(kRoomLine);
+        const std::string_view word = trimRight(line);
+        if (word.size() == 2 && word[0] == 'D')
+            readExit(in, room, word[1]);
+        else if (word == "E")
+            readExtraDesc(in, room.ExtraDescs, extras, "a room");
+        else
+            break;
+    }
+    line = in.readLine(kNextRoom);
 }
 
 } // namespace
 
 int readRooms(std::string_view bytes, RoomTable& table) {
-    TextReader in(bytes);
-    table.lineEnd = in.lineEnd();
-    std::string line = in.readLine(kHeader);
-    int count = 0;
-    while (true) {
-        RoomRecord& room = table[count];
-        room.VNum = parseHeader(line, in.lastLineNumber(), kHeader);
-        room.Name = in.readTildeString("the room name ending in \"~\"");
-        room.Desc = in.readTildeText("the room description ending in \"~\"");
-
-        constexpr std::string_view what = "the line \"<zone> <flags> <sector>\"";
-        const std::string numbers = in.readLine(what);
-        const int at = in.lastLineNumber();
-        const auto fields = splitFields(numbers);
-        if (fields.size() < 3)
-            throw FormatError(at, std::string(what));
-        toInt32(fields[0], at, what);  // the zone: read and ignored
-        room.BitV = std::string(fields[1]);
-        room.SecType = toInt16(fields[2], at, what);
-
-        // Exits and extra descriptions, in whatever order the file has them,
-        // up to the line that ends the room.
-        int extras = 0;
-        while (true) {
-            line = in.readLine(kRoomLine);
-            const std::string_view word = trimRight(line);
-            if (word.size() == 2 && word[0] == 'D') {
-                const int direction = word[1] >= '0' && word[1] <= '9' ? word[1] - '0' : -1;
-                readExit(in, room, direction, in.lastLineNumber());
-            } else if (word == "E") {
-                if (extras == kExtraDescSlots)
-                    throw FormatError(in.lastLineNumber(), "at most 128 extra descriptions in a room");
-                ExtraDesc& extra = room.ExtraDescs[extras++];
-                extra.Keywords = in.readTildeString("the extra description keywords ending in \"~\"");
-                extra.Desc = in.readTildeText("the extra description ending in \"~\"");
-            } else {
-                break;  // the `S` line; its contents are not checked
-            }
-        }
-        ++count;
-        line = in.readLine(kNextRoom);
-        if (isEndLine(line))
-            return count;
-    }
+    return readRecords(bytes, table, kHeader, kNextRoom, readRoom);
 }
 
 std::string writeRooms(const RoomTable& table, int count, std::int32_t zone) {
-    TextWriter out(table.lineEnd);
-    const int written = count > 0 ? count : 1;
-    out.reserve(static_cast<std::size_t>(written) * 512);
-    for (int slot = 0; slot < written; ++slot) {
-        const RoomRecord& room = table[slot];
-        out.header(room.VNum);
+    const std::string zoneText = std::to_string(zone) + ' ';
+    return writeRecords(table, count, 512, [&](TextWriter& out, const RoomRecord& room) {
         out.tildeString(room.Name);
         out.tildeText(room.Desc);
-        out.line(std::to_string(zone) + ' ' + room.BitV + ' ' + std::to_string(room.SecType));
+        out.line(zoneText + room.BitV + ' ' + std::to_string(room.SecType));
         for (const ExitDef& def : kExits) {
-            const ExitRecord& exit = room.Exits[def.slot];
+            const ExitRecord& exit = room.Exits[static_cast<std::size_t>(def.slot)];
             if (exit.Absent)
                 continue;
             out.line("D" + std::to_string(def.fileDirection));
@@ -99,17 +74,9 @@ std::string writeRooms(const RoomTable& table, int count, std::int32_t zone) {
             out.tildeString(exit.Keywords);
             out.line(joinNumbers(exit.DoorKind, exit.KeyVNum, exit.ToVNum));
         }
-        for (const ExtraDesc& extra : room.ExtraDescs) {
-            if (extra.Keywords.empty())
-                break;
-            out.line("E");
-            out.tildeString(extra.Keywords);
-            out.tildeText(extra.Desc);
-        }
+        writeExtraDescs(out, room.ExtraDescs);
         out.line("S");
-    }
-    out.end();
-    return out.take();
+    });
 }
 
 } // namespace marl

@@ -90,21 +90,6 @@ std::string_view trimRight(std::string_view text) {
     return text.substr(0, end);
 }
 
-std::vector<std::string_view> splitFields(std::string_view line) {
-    line = trimRight(line);
-    std::vector<std::string_view> fields;
-    std::size_t start = 0;
-    while (true) {
-        const std::size_t space = line.find(' ', start);
-        if (space == std::string_view::npos) {
-            fields.push_back(line.substr(start));
-            return fields;
-        }
-        fields.push_back(line.substr(start, space - start));
-        start = space + 1;
-    }
-}
-
 std::vector<std::string_view> splitFlagLine(std::string_view line, std::size_t count) {
     std::vector<std::string_view> fields;
     std::size_t start = 0;
@@ -134,15 +119,6 @@ std::vector<std::string_view> splitNumbers(std::string_view line) {
     return fields;
 }
 
-std::vector<std::string_view> readNumberFields(TextReader& in, std::string& line, std::size_t count,
-                                               std::string_view what) {
-    line = in.readLine(what);
-    std::vector<std::string_view> fields = splitNumbers(line);
-    if (fields.size() < count)
-        throw FormatError(in.lastLineNumber(), std::string(what));
-    return fields;
-}
-
 bool parseInt(std::string_view text, std::int64_t min, std::int64_t max, std::int64_t& value) {
     if (!text.empty() && text.front() == '+')
         text.remove_prefix(1);
@@ -168,6 +144,23 @@ std::int16_t toInt16(std::string_view text, int line, std::string_view what) {
     if (!parseInt(text, INT16_MIN, INT16_MAX, value))
         throw FormatError(line, std::string(what));
     return static_cast<std::int16_t>(value);
+}
+
+FieldLine::FieldLine(TextReader& in, std::size_t count, std::string_view what, Split split)
+    : text_(in.readLine(what)), line_(in.lastLineNumber()), what_(what) {
+    this->split(count, split);
+}
+
+FieldLine::FieldLine(std::string text, int line, std::size_t count, std::string_view what,
+                     Split split)
+    : text_(std::move(text)), line_(line), what_(what) {
+    this->split(count, split);
+}
+
+void FieldLine::split(std::size_t count, Split split) {
+    fields_ = split == Numbers ? splitNumbers(text_) : splitFlagLine(text_, count);
+    if (fields_.size() < count)
+        throw FormatError(line_, std::string(what_));
 }
 
 std::int32_t parseHeader(std::string_view line, int lineNumber, std::string_view what) {

@@ -71,37 +71,59 @@ private:
 // Blanks (spaces and tabs) dropped from the end of a line.
 std::string_view trimRight(std::string_view text);
 
-// Fields of a line that may carry flag text: split at every single space, so
-// two spaces give an empty field.  Blanks at the end of the line are dropped.
-std::vector<std::string_view> splitFields(std::string_view line);
-
 // The first `count` fields of a line that carries flag text, split at every
-// single space like splitFields, except that a blank at the end of the line
-// still separates: `0 0 0 ` has an empty fourth field (an empty flag text or
-// type letter written as it stands).  Fields beyond `count` are ignored;
-// fewer come back when the line has fewer.
+// single space, so that `30  0` has an empty flag text between its numbers.
+// Blanks at the end of a field are dropped, yet a blank at the end of the
+// line still separates: `0 0 0 ` has an empty fourth field (an empty flag
+// text or type letter written as it stands).  Fields beyond `count` are
+// ignored; fewer come back when the line has fewer.
 std::vector<std::string_view> splitFlagLine(std::string_view line, std::size_t count);
 
 // Fields of a line of numbers only: split at runs of blanks.
 std::vector<std::string_view> splitNumbers(std::string_view line);
-
-// Reads the next line as a line of numbers with at least `count` fields;
-// fewer throw FormatError naming that line.  The views point into `line`.
-std::vector<std::string_view> readNumberFields(TextReader& in, std::string& line, std::size_t count,
-                                               std::string_view what);
 
 // Whole-text numbers: an optional sign (`-` or `+`) and digits, within range.
 bool parseInt(std::string_view text, std::int64_t min, std::int64_t max, std::int64_t& value);
 std::int32_t toInt32(std::string_view text, int line, std::string_view what);
 std::int16_t toInt16(std::string_view text, int line, std::string_view what);
 
+// One line of fields, held with its line number: a line of numbers only
+// (split at runs of blanks) or one that carries flag text (split at single
+// spaces).  Fewer than `count` fields, or a field that is not a number where
+// one is asked for, throw FormatError naming the line and `what`, which must
+// outlive the fields.
+class FieldLine {
+public:
+    enum Split { Numbers, FlagText };
+    FieldLine(TextReader& in, std::size_t count, std::string_view what, Split split);
+    FieldLine(std::string text, int line, std::size_t count, std::string_view what, Split split);
+    FieldLine(const FieldLine&) = delete;
+    FieldLine& operator=(const FieldLine&) = delete;
+
+    std::string_view text(std::size_t field) const { return fields_[field]; }
+    std::int16_t int16(std::size_t field) const { return toInt16(fields_[field], line_, what_); }
+    std::int32_t int32(std::size_t field) const { return toInt32(fields_[field], line_, what_); }
+
+private:
+    void split(std::size_t count, Split split);
+
+    std::string text_;
+    int line_;
+    std::string_view what_;
+    std::vector<std::string_view> fields_;
+};
+
 // `#<vnum>`: the number after the first `#`, up to a second `#` or the end.
 std::int32_t parseHeader(std::string_view line, int lineNumber, std::string_view what);
 
 // Any line holding a `$` ends a file.
-inline bool isEndLine(std::string_view line) { return line.find('$') != std::string_view::npos; }
+inline bool isEndLine(std::string_view line) {
+    return line.find('$') != std::string_view::npos;
+}
 
 // Whole-line tests that accept blanks at the end, as the server does.
-inline bool isLine(std::string_view line, std::string_view word) { return trimRight(line) == word; }
+inline bool isLine(std::string_view line, std::string_view word) {
+    return trimRight(line) == word;
+}
 
 } // namespace marl

@@ -148,7 +148,7 @@ void RoomReaderTest::refuses_data() {
                                         << "or the end of the file";
     QTest::newRow("second header without #")
         << QStringList{"#1", "R~", "~", "30 0 0", "S", "2", "R~", "~", "30 0 0", "S", "$"} << 6
-        << "a room header";
+        << "the next room \"#<vnum>\"";
 }
 
 void RoomReaderTest::refuses() {
