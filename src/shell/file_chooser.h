@@ -6,11 +6,11 @@
 namespace marl {
 
 struct FileRequest {
-    bool save = false;       // the save-as form (New) or the open form (Open)
-    QString title;           // "Open World File"
-    QString filter;          // "World files (*.wld)"
-    QString defaultSuffix;   // "wld"
-    QString directory;       // where the dialog starts
+    bool save = false;     // the save-as form (New) or the open form (Open)
+    QString title;         // "Open World File"
+    QString filter;        // "World files (*.wld)"
+    QString defaultSuffix; // "wld"
+    QString directory;     // where the dialog starts
 };
 
 class FileChooser {

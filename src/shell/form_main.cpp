@@ -17,20 +17,25 @@ namespace marl {
 
 namespace {
 
+// The five file kinds in menu order.  Captions and dialog texts follow one
+// pattern: "&New Room File", "World files (*.wld)", "Open World File".
 struct KindInfo {
-    const char* name;
-    const char* extension;
-    const char* filter;
-    const char* newTitle;
-    const char* openTitle;
-    const char* noun;
+    const char* name;      // menu and object names: "Room"
+    const char* fileWord;  // in the dialog's texts: "World"
+    const char* extension; // ".wld"
 };
 
-const std::array<KindInfo, 3> kKinds = {{
-    {"Mobile", ".mob", "Mobile files (*.mob)", "New Mobile File", "Open Mobile File", "mobile"},
-    {"Room", ".wld", "World files (*.wld)", "New World File", "Open World File", "room"},
-    {"Object", ".obj", "Object files (*.obj)", "New Object File", "Open Object File", "object"},
+const std::array<KindInfo, kFileKinds> kKinds = {{
+    {"Mobile", "Mobile", ".mob"},
+    {"Room", "World", ".wld"},
+    {"Object", "Object", ".obj"},
+    {"Shop", "Shop", ".shp"},
+    {"Zone", "Zone", ".zon"},
 }};
+
+const KindInfo& kindInfo(int kind) {
+    return kKinds.at(static_cast<std::size_t>(kind));
+}
 
 QString withSlash(QString dir) {
     dir = QDir::fromNativeSeparators(dir);
@@ -40,22 +45,20 @@ QString withSlash(QString dir) {
 }
 
 // A file title shown as a menu caption: `&` would become an access key.
-QString menuText(QString title) { return title.replace(QLatin1Char('&'), QStringLiteral("&&")); }
+QString menuText(QString title) {
+    return title.replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
 
 } // namespace
 
-FormMain::FormMain(const QString& progDir, Prompts& prompts, FileChooser& chooser,
-                   QWidget* parent)
+FormMain::FormMain(const QString& progDir, Prompts& prompts, FileChooser& chooser, QWidget* parent)
     : QMainWindow(parent), progDir_(QDir::fromNativeSeparators(progDir)), prompts_(prompts),
       chooser_(chooser), recent_(progDir) {
     setObjectName(QStringLiteral("formMain"));
     if (progDir_.endsWith(QLatin1Char('/')) && progDir_.size() > 1)
         progDir_.chop(1);
     fileDir_ = withSlash(progDir_);
-    setWindowTitle(appTitle() + QStringLiteral(" %1.%2.%3")
-                                    .arg(MARL_VERSION_MAJOR)
-                                    .arg(MARL_VERSION_MINOR)
-                                    .arg(MARL_VERSION_PATCH));
+    setWindowTitle(appTitle() + QLatin1Char(' ') + appVersion());
     buildMenus();
 
     auto* central = new QWidget(this);
@@ -87,19 +90,21 @@ void FormMain::setAboutFactory(std::function<QWidget*()> factory) {
     aboutFactory_ = std::move(factory);
 }
 
-QMenu* FormMain::addFileMenu(int kind, const QString& name, const QString& caption,
-                             const QString& newCaption, const QString& openCaption) {
-    QMenu* menu = menuBar()->addMenu(caption);
+void FormMain::addFileMenu(int kind) {
+    const QString name = QString::fromLatin1(kindInfo(kind).name);
+    QMenu* menu = menuBar()->addMenu(QLatin1Char('&') + name);
     menu->setObjectName(QStringLiteral("menu") + name);
     menu->menuAction()->setObjectName(QStringLiteral("menu") + name);
-    QAction* newAction = menu->addAction(newCaption);
+    QAction* newAction = menu->addAction(QStringLiteral("&New %1 File").arg(name));
     newAction->setObjectName(QStringLiteral("menu%1New").arg(name));
-    QAction* openAction = menu->addAction(openCaption);
+    // Zone's Open has no access key of its own.
+    QAction* openAction = menu->addAction(
+        QStringLiteral("%1Open %2 File").arg(QLatin1String(kind == KindZone ? "" : "&"), name));
     openAction->setObjectName(QStringLiteral("menu%1Open").arg(name));
-    QAction* separator = menu->addSeparator();
-    separator->setObjectName(QStringLiteral("menu%1Sep1").arg(name));
+    menu->addSeparator()->setObjectName(QStringLiteral("menu%1Sep1").arg(name));
     for (int index = 0; index < kRecentPerKind; ++index) {
-        QAction* item = menu->addAction(index == 0 ? QStringLiteral("Recent") : QStringLiteral("-"));
+        QAction* item =
+            menu->addAction(index == 0 ? QStringLiteral("Recent") : QStringLiteral("-"));
         item->setObjectName(QStringLiteral("menu%1Recent%2").arg(name).arg(index));
         item->setVisible(false);
         recentActions_[kind][index] = item;
@@ -108,27 +113,20 @@ QMenu* FormMain::addFileMenu(int kind, const QString& name, const QString& capti
                     [this, kind, index] { LoadEditor(kind, false, false, index); });
     }
     if (kind <= KindObject) {
-        connect(newAction, &QAction::triggered, this, [this, kind] { LoadEditor(kind, true, true, 0); });
+        connect(newAction, &QAction::triggered, this,
+                [this, kind] { LoadEditor(kind, true, true, 0); });
         connect(openAction, &QAction::triggered, this,
                 [this, kind] { LoadEditor(kind, false, true, 0); });
     } else {
+        // Shops and zones have no editor: their menus stand greyed.
         menu->menuAction()->setEnabled(false);
         menu->setEnabled(false);
     }
-    return menu;
 }
 
 void FormMain::buildMenus() {
-    addFileMenu(KindMobile, QStringLiteral("Mobile"), QStringLiteral("&Mobile"),
-                QStringLiteral("&New Mobile File"), QStringLiteral("&Open Mobile File"));
-    addFileMenu(KindRoom, QStringLiteral("Room"), QStringLiteral("&Room"),
-                QStringLiteral("&New Room File"), QStringLiteral("&Open Room File"));
-    addFileMenu(KindObject, QStringLiteral("Object"), QStringLiteral("&Object"),
-                QStringLiteral("&New Object File"), QStringLiteral("&Open Object File"));
-    addFileMenu(KindShop, QStringLiteral("Shop"), QStringLiteral("&Shop"),
-                QStringLiteral("&New Shop File"), QStringLiteral("&Open Shop File"));
-    addFileMenu(KindZone, QStringLiteral("Zone"), QStringLiteral("&Zone"),
-                QStringLiteral("&New Zone File"), QStringLiteral("Open Zone File"));
+    for (int kind = 0; kind < kFileKinds; ++kind)
+        addFileMenu(kind);
     QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
     help->setObjectName(QStringLiteral("menuHelp"));
     help->menuAction()->setObjectName(QStringLiteral("menuHelp"));
@@ -148,24 +146,37 @@ void FormMain::showRecent() {
         }
 }
 
-void FormMain::ChProgDir() { QDir::setCurrent(progDir_); }
+void FormMain::ChProgDir() {
+    QDir::setCurrent(progDir_);
+}
 
 void FormMain::LoadEditor(int kind, bool isNew, bool useDialog, int recentIndex) {
     if (kind < KindMobile || kind > KindObject || editorWindow_)
         return;
-    const KindInfo& info = kKinds[static_cast<std::size_t>(kind)];
+    const KindInfo& info = kindInfo(kind);
+    const EditorFactory& factory = factories_[static_cast<std::size_t>(kind)];
+    if (!factory) {
+        // Said before the dialog, so that no file goes into the recent list
+        // for an editor this version does not have.
+        prompts_.tell(tr("The %1 editor is not available in this version.")
+                          .arg(QString::fromLatin1(info.name).toLower()));
+        return;
+    }
     QString fileTitle;
     QString directory;
     if (useDialog) {
+        const QString fileWord = QString::fromLatin1(info.fileWord);
         FileRequest request;
         request.save = isNew;
-        request.title = QString::fromLatin1(isNew ? info.newTitle : info.openTitle);
-        request.filter = QString::fromLatin1(info.filter);
+        request.title =
+            QStringLiteral("%1 %2 File").arg(QLatin1String(isNew ? "New" : "Open"), fileWord);
+        request.filter =
+            QStringLiteral("%1 files (*%2)").arg(fileWord, QLatin1String(info.extension));
         request.defaultSuffix = QString::fromLatin1(info.extension + 1);
         request.directory = progDir_;
         const QString path = chooser_.choose(request);
         if (path.isEmpty())
-            return;  // cancelled: nothing to say
+            return; // cancelled: nothing to say
         const QFileInfo chosen(path);
         fileTitle = chosen.fileName();
         directory = withSlash(chosen.absolutePath());
@@ -187,18 +198,14 @@ void FormMain::LoadEditor(int kind, bool isNew, bool useDialog, int recentIndex)
     zoneNumber_ = *zone;
     fileDir_ = directory;
     if (useDialog) {
+        // The choice heads the list before the file is read, even if the
+        // reading then fails.
         recent_.update(kind, fileDir_, fileTitle);
         showRecent();
     }
     QDir::setCurrent(fileDir_);
 
-    if (!factories_[static_cast<std::size_t>(kind)]) {
-        ChProgDir();
-        prompts_.tell(tr("The %1 editor is not available in this version.")
-                          .arg(QString::fromLatin1(info.noun)));
-        return;
-    }
-    ZoneEditor* editor = factories_[static_cast<std::size_t>(kind)](*this);
+    ZoneEditor* editor = factory(*this);
     QWidget* window = editor->window();
     if (isNew) {
         editor->newZone(zoneNumber_);

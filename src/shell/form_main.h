@@ -13,7 +13,6 @@
 #include "shell/recent_files.h"
 
 class QAction;
-class QMenu;
 
 namespace marl {
 
@@ -53,8 +52,7 @@ protected:
 
 private:
     void buildMenus();
-    QMenu* addFileMenu(int kind, const QString& name, const QString& caption,
-                       const QString& newCaption, const QString& openCaption);
+    void addFileMenu(int kind);
     void showRecent();
     void showAbout();
 

@@ -5,7 +5,16 @@
 
 namespace marl {
 
-QString appTitle() { return QStringLiteral("Marl - Marlstone"); }
+QString appTitle() {
+    return QStringLiteral("Marl - Marlstone");
+}
+
+QString appVersion() {
+    return QStringLiteral("%1.%2.%3")
+        .arg(MARL_VERSION_MAJOR)
+        .arg(MARL_VERSION_MINOR)
+        .arg(MARL_VERSION_PATCH);
+}
 
 QString twoLines(const QString& first, const QString& second) {
     return first + QStringLiteral("\r\n") + second;
@@ -22,8 +31,8 @@ QString shown(const QString& text) {
 
 bool MessageBoxPrompts::ask(const QString& text, const QString& title) {
     return QMessageBox::question(QApplication::activeWindow(), title, shown(text),
-                                 QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes) ==
-           QMessageBox::Yes;
+                                 QMessageBox::Yes | QMessageBox::No,
+                                 QMessageBox::Yes) == QMessageBox::Yes;
 }
 
 void MessageBoxPrompts::tell(const QString& text, const QString& title) {

@@ -10,6 +10,8 @@ namespace marl {
 
 // "Marl - Marlstone": the title of every message without one of its own.
 QString appTitle();
+// "0.3.1": major, minor and revision of this program.
+QString appVersion();
 // The lines of a two-line message, joined by CR LF.
 QString twoLines(const QString& first, const QString& second);
 

@@ -43,19 +43,8 @@ QString quoted(QString value) {
            QLatin1Char('"');
 }
 
-} // namespace
-
-RecentFiles::RecentFiles(QString progDir) : progDir_(std::move(progDir)) {}
-
-QString RecentFiles::storePath() const {
-    const QString inProgDir = QDir(progDir_).filePath(kFileName);
-    const QFileInfo file(inProgDir);
-    const QFileInfo dir(progDir_);
-    const bool writable = file.exists() ? file.isWritable() : dir.isDir() && dir.isWritable();
-    return writable ? inProgDir : QDir(configDir()).filePath(kFileName);
-}
-
-bool RecentFiles::parseLine(const QString& line, int& kind, QString& directory, QString& fileTitle) {
+// One recent.dat line, parsed; false when it is not a valid entry.
+bool parseLine(const QString& line, int& kind, QString& directory, QString& fileTitle) {
     const int comma = line.indexOf(QLatin1Char(','));
     if (comma <= 0)
         return false;
@@ -72,9 +61,21 @@ bool RecentFiles::parseLine(const QString& line, int& kind, QString& directory, 
     return line.mid(pos).trimmed().isEmpty();
 }
 
-QString RecentFiles::formatLine(int kind, const QString& directory, const QString& fileTitle) {
+QString formatLine(int kind, const QString& directory, const QString& fileTitle) {
     return QString::number(kind) + QLatin1Char(',') + quoted(directory) + QLatin1Char(',') +
            quoted(fileTitle);
+}
+
+} // namespace
+
+RecentFiles::RecentFiles(QString progDir) : progDir_(std::move(progDir)) {}
+
+QString RecentFiles::storePath() const {
+    const QString inProgDir = QDir(progDir_).filePath(kFileName);
+    const QFileInfo file(inProgDir);
+    const QFileInfo dir(progDir_);
+    const bool writable = file.exists() ? file.isWritable() : dir.isDir() && dir.isWritable();
+    return writable ? inProgDir : QDir(configDir()).filePath(kFileName);
 }
 
 void RecentFiles::load() {
@@ -102,7 +103,7 @@ void RecentFiles::load() {
         if (kind < 0 || kind >= kFileKinds || counts[kind] >= kRecentPerKind || directory.isEmpty())
             continue;
         entries_[kind * kRecentPerKind + counts[kind]++] = {QDir::fromNativeSeparators(directory),
-                                                             title};
+                                                            title};
     }
 }
 
@@ -116,7 +117,8 @@ bool RecentFiles::writeTo(const QString& path) const {
             const RecentEntry& e = entry(kind, index);
             if (e.isEmpty())
                 continue;
-            file.write(formatLine(kind, QDir::toNativeSeparators(e.directory), e.fileTitle).toUtf8());
+            file.write(
+                formatLine(kind, QDir::toNativeSeparators(e.directory), e.fileTitle).toUtf8());
             file.write("\r\n");
         }
     return file.commit();

@@ -10,12 +10,12 @@
 
 namespace marl {
 
-inline constexpr int kFileKinds = 5;   // 0 Mobile, 1 Room, 2 Object, 3 Shop, 4 Zone
+inline constexpr int kFileKinds = 5; // 0 Mobile, 1 Room, 2 Object, 3 Shop, 4 Zone
 inline constexpr int kRecentPerKind = 4;
 
 struct RecentEntry {
-    QString directory;  // ends with the directory separator
-    QString fileTitle;  // the file name without directory
+    QString directory; // ends with the directory separator
+    QString fileTitle; // the file name without directory
     bool isEmpty() const { return directory.isEmpty(); }
 };
 
@@ -34,13 +34,11 @@ public:
     // nowhere; the list in memory is updated all the same.
     bool update(int kind, const QString& directory, const QString& fileTitle);
 
-    const RecentEntry& entry(int kind, int index) const { return entries_[kind * kRecentPerKind + index]; }
+    const RecentEntry& entry(int kind, int index) const {
+        return entries_[kind * kRecentPerKind + index];
+    }
     // Where recent.dat is read from and written to.
     QString storePath() const;
-
-    // One recent.dat line, parsed; false when it is not a valid entry.
-    static bool parseLine(const QString& line, int& kind, QString& directory, QString& fileTitle);
-    static QString formatLine(int kind, const QString& directory, const QString& fileTitle);
 
 private:
     bool writeTo(const QString& path) const;

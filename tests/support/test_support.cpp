@@ -23,6 +23,13 @@ void ScriptedPrompts::tell(const QString& text, const QString& title) {
         --tellsAllowed_;
 }
 
+QStringList ScriptedPrompts::messages() const {
+    QStringList all;
+    for (const PromptRecord& record : records)
+        all << record.title + QStringLiteral(": ") + record.text;
+    return all;
+}
+
 void ScriptedPrompts::reset() {
     records.clear();
     unexpected.clear();

@@ -34,6 +34,8 @@ public:
     void expectTells(int count) { tellsAllowed_ += count; }
 
     QList<PromptRecord> records;
+    // Every message so far as "title: text".
+    QStringList messages() const;
     QStringList unexpected;  // what came without being scripted
     bool allAnswered() const { return answers_.isEmpty(); }
     void reset();
