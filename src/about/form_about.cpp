@@ -7,8 +7,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
-#include <QPainter>
-#include <QPainterPath>
 #include <QPushButton>
 #include <QStyleOptionFocusRect>
 #include <QStylePainter>
@@ -16,6 +14,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "about/app_icon.h"
 #include "shell/prompts.h"
 
 namespace marl {
@@ -34,13 +33,12 @@ struct Contact {
     const char* web;
 };
 
-const Contact kAuthor = {"frameAboutInfo",  "Program and Author Info",
-                         "labelAuthor",     "The Marl maintainers",
-                         "labelEMail",      "maintainers@marl-editor.org",
-                         "labelWebSite",    "https://marl-editor.org/about"};
-const Contact kCompany = {"formCompanyInfo",     "Company Info",
-                          "labelCompanyName",    "The Marl Project",
-                          "labelCompanyEMail",   "info@marl-editor.org",
+const Contact kAuthor = {"frameAboutInfo", "Program and Author Info",
+                         "labelAuthor",    "The Marl maintainers",
+                         "labelEMail",     "maintainers@marl-editor.org",
+                         "labelWebSite",   "https://marl-editor.org/about"};
+const Contact kCompany = {"formCompanyInfo",     "Company Info",           "labelCompanyName",
+                          "The Marl Project",    "labelCompanyEMail",      "info@marl-editor.org",
                           "labelCompanyWebSite", "https://marl-editor.org"};
 
 // An address shown as a link: link colour, underlined, a pointing hand over
@@ -103,42 +101,6 @@ private:
     QUrl url_;
 };
 
-// The application's picture: a block of marlstone, bands of clay and lime,
-// with the program's initial on it.
-QPixmap appPicture(int side, qreal ratio) {
-    QPixmap pixmap(QSize(side, side) * ratio);
-    pixmap.setDevicePixelRatio(ratio);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-
-    const QRectF block(1, 1, side - 2, side - 2);
-    QPainterPath outline;
-    outline.addRoundedRect(block, side / 6.0, side / 6.0);
-    painter.setClipPath(outline);
-    const QColor bands[] = {QColor(0xdb, 0xce, 0xb3), QColor(0xbd, 0xac, 0x8b),
-                            QColor(0xd2, 0xc4, 0xa7), QColor(0x9e, 0x8d, 0x70),
-                            QColor(0xc6, 0xb8, 0x99)};
-    const qreal band = block.height() / std::size(bands);
-    for (std::size_t i = 0; i < std::size(bands); ++i)
-        painter.fillRect(QRectF(block.left(), block.top() + static_cast<qreal>(i) * band,
-                                block.width(), band + 0.5),
-                         bands[i]);
-    painter.setClipping(false);
-    painter.setPen(QPen(QColor(0x6b, 0x5d, 0x45), 1.5));
-    painter.drawPath(outline);
-
-    QFont initial = painter.font();
-    initial.setBold(true);
-    initial.setPixelSize(side * 3 / 5);
-    painter.setFont(initial);
-    painter.setPen(QColor(0x4a, 0x3f, 0x2e));
-    painter.drawText(block.translated(1.5, 1.5), Qt::AlignCenter, QStringLiteral("M"));
-    painter.setPen(Qt::white);
-    painter.drawText(block, Qt::AlignCenter, QStringLiteral("M"));
-    return pixmap;
-}
-
 QLabel* plainLabel(const char* name, const QString& text, QWidget* parent) {
     auto* label = new QLabel(text, parent);
     label->setObjectName(QString::fromLatin1(name));
@@ -158,8 +120,9 @@ QGroupBox* contactFrame(const Contact& contact, QWidget* parent) {
     const QString mail = QString::fromLatin1(contact.mail);
     const QString web = QString::fromLatin1(contact.web);
     lines->addWidget(plainLabel(contact.nameLabel, QString::fromLatin1(contact.name), frame));
-    lines->addWidget(linkLabel(contact.mailLabel, mail, QUrl(QStringLiteral("mailto:") + mail), frame),
-                     0, Qt::AlignLeft);
+    lines->addWidget(
+        linkLabel(contact.mailLabel, mail, QUrl(QStringLiteral("mailto:") + mail), frame), 0,
+        Qt::AlignLeft);
     lines->addWidget(linkLabel(contact.webLabel, web, QUrl::fromUserInput(web), frame), 0,
                      Qt::AlignLeft);
     lines->addStretch();
@@ -169,10 +132,7 @@ QGroupBox* contactFrame(const Contact& contact, QWidget* parent) {
 } // namespace
 
 QString versionText() {
-    return QStringLiteral("Version %1.%2.%3")
-        .arg(MARL_VERSION_MAJOR)
-        .arg(MARL_VERSION_MINOR)
-        .arg(MARL_VERSION_PATCH);
+    return QStringLiteral("Version ") + appVersion();
 }
 
 FormAbout::FormAbout(Prompts& prompts, ProgramLauncher& launcher)
@@ -184,11 +144,9 @@ FormAbout::FormAbout(Prompts& prompts, ProgramLauncher& launcher)
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                    Qt::WindowCloseButtonHint | Qt::MSWindowsFixedSizeDialogHint);
 
-    const QPixmap picture = appPicture(48, devicePixelRatioF());
-    setWindowIcon(QIcon(picture));
     auto* picApp = new QLabel(this);
     picApp->setObjectName(QStringLiteral("picApp"));
-    picApp->setPixmap(picture);
+    picApp->setPixmap(appPicture(48, devicePixelRatioF()));
 
     auto* appInfo = new QGroupBox(QStringLiteral("Application Info"), this);
     appInfo->setObjectName(QStringLiteral("formAppInfo"));

@@ -47,6 +47,10 @@ bool GetKeyValue(const QString& rootKey, const QString& keyPath, const QString& 
 #endif
 }
 
+QList<SysInfoTool> SystemLauncher::candidates() const {
+    return sysInfoTools();
+}
+
 QString SystemLauncher::findProgram(const QString& program) const {
     if (program.isEmpty())
         return {};
@@ -68,7 +72,7 @@ ProgramLauncher& systemLauncher() {
 namespace {
 
 struct DesktopTool {
-    const char* desktop;  // as named in XDG_CURRENT_DESKTOP; empty: any desktop
+    const char* desktop; // as named in XDG_CURRENT_DESKTOP; empty: any desktop
     const char* program;
     QStringList arguments;
 };
@@ -100,8 +104,9 @@ QList<SysInfoTool> freeDesktopSysInfoTools(const QString& desktops) {
     for (int wanted = 0; wanted <= 2; ++wanted) {
         for (const DesktopTool& tool : desktopTools()) {
             const QString program = QString::fromLatin1(tool.program);
-            const bool listed = std::any_of(result.cbegin(), result.cend(),
-                                            [&](const SysInfoTool& t) { return t.program == program; });
+            const bool listed =
+                std::any_of(result.cbegin(), result.cend(),
+                            [&](const SysInfoTool& t) { return t.program == program; });
             if (rank(tool) == wanted && !listed)
                 result.append({program, tool.arguments});
         }
@@ -131,8 +136,8 @@ QList<SysInfoTool> sysInfoTools() {
 #endif
 }
 
-bool StartSysInfo(ProgramLauncher& launcher, Prompts& prompts, const QList<SysInfoTool>& tools) {
-    for (const SysInfoTool& tool : tools) {
+bool StartSysInfo(ProgramLauncher& launcher, Prompts& prompts) {
+    for (const SysInfoTool& tool : launcher.candidates()) {
         const QString path = launcher.findProgram(tool.program);
         if (path.isEmpty())
             continue;

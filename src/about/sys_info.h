@@ -2,8 +2,9 @@
 // The About box's System Info button: find the platform's own
 // system-information program and start it without waiting for it.  On
 // Windows the registry names msinfo32; elsewhere we look for the desktop's
-// "About this system" tool.  Which programs are installed, and starting them,
-// go through ProgramLauncher so that tests decide what the machine has.
+// "About this system" tool.  Which programs to look for, which of them are
+// installed, and starting them go through ProgramLauncher, so that tests
+// decide what the machine has.
 
 #include <QList>
 #include <QString>
@@ -23,9 +24,16 @@ QString sysInfoUnavailable();
 bool GetKeyValue(const QString& rootKey, const QString& keyPath, const QString& valueName,
                  QString& value);
 
+struct SysInfoTool {
+    QString program;
+    QStringList arguments;
+};
+
 class ProgramLauncher {
 public:
     virtual ~ProgramLauncher() = default;
+    // The system-information tools to look for, best first.
+    virtual QList<SysInfoTool> candidates() const = 0;
     // The full path of an installed program: a bare name is looked up on the
     // PATH, a full path must exist.  Empty when it is not installed.
     virtual QString findProgram(const QString& program) const = 0;
@@ -37,17 +45,13 @@ public:
 // The machine itself.
 class SystemLauncher : public ProgramLauncher {
 public:
+    QList<SysInfoTool> candidates() const override;
     QString findProgram(const QString& program) const override;
     bool startProgram(const QString& path, const QStringList& arguments) override;
 };
 
 // The one SystemLauncher of the program.
 ProgramLauncher& systemLauncher();
-
-struct SysInfoTool {
-    QString program;
-    QStringList arguments;
-};
 
 // The system-information tools of X11 and Wayland desktops, best first:
 // those of the running desktop (`desktops` as in XDG_CURRENT_DESKTOP, a
@@ -60,10 +64,9 @@ QList<SysInfoTool> freeDesktopSysInfoTools(const QString& desktops);
 // Shared Tools Location when that file exists.
 QList<SysInfoTool> sysInfoTools();
 
-// Starts the first of `tools` that is installed.  When none is, or starting
-// it fails, tells the builder that system information is unavailable.
-// True when a tool was started.
-bool StartSysInfo(ProgramLauncher& launcher, Prompts& prompts,
-                  const QList<SysInfoTool>& tools = sysInfoTools());
+// Starts the first of the launcher's candidates that is installed.  When
+// none is, or starting it fails, tells the builder that system information
+// is unavailable.  True when a tool was started.
+bool StartSysInfo(ProgramLauncher& launcher, Prompts& prompts);
 
 } // namespace marl

@@ -1,5 +1,6 @@
 #include <QApplication>
 
+#include "about/app_icon.h"
 #include "about/form_about.h"
 #include "rooms/form_room.h"
 #include "shell/file_chooser.h"
@@ -10,6 +11,7 @@ int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Marl"));
     QApplication::setOrganizationName(QStringLiteral("Marl"));
+    QApplication::setWindowIcon(marl::appIcon());
     marl::MessageBoxPrompts prompts;
     marl::DialogFileChooser chooser;
     marl::FormMain window(QApplication::applicationDirPath(), prompts, chooser);

@@ -1,3 +1,4 @@
+// The About box, and finding and starting the system-information tool.
 #include <QtTest>
 
 #include <QAction>
@@ -12,22 +13,25 @@
 #include "test_support.h"
 
 using namespace marl;
-using marl::test::ScriptedChooser;
-using marl::test::ScriptedPrompts;
+using namespace marl::test;
 
 namespace {
 
-// A machine with every program, or with none.
+// A machine with the tools and programs the test gives it.
 class FakeLauncher : public ProgramLauncher {
 public:
+    QList<SysInfoTool> candidates() const override {
+        return {{"about", {"--system"}}, {"overview", {}}, {"probe", {}}};
+    }
     QString findProgram(const QString& program) const override {
-        return everything && !program.isEmpty() ? program : QString();
+        return installed.contains(program) ? "/opt/bin/" + program : QString();
     }
-    bool startProgram(const QString& path, const QStringList&) override {
-        started.append(path);
-        return true;
+    bool startProgram(const QString& path, const QStringList& arguments) override {
+        started << (path + ' ' + arguments.join(' ')).trimmed();
+        return startWorks;
     }
-    bool everything = false;
+    QStringList installed;
+    bool startWorks = true;
     QStringList started;
 };
 
@@ -41,192 +45,146 @@ public:
     QList<QUrl> opened;
 };
 
-enum class CloseBy { OkClick, OkKey, EnterKey, EscapeKey, FrameClose };
-
-// The About box the main window opened (not `other`, the fixture's own).
-FormAbout* openAbout(const QWidget* other) {
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window != other && window->objectName() == QLatin1String("formAbout") &&
-            window->isVisible())
-            return qobject_cast<FormAbout*>(window);
-    }
-    return nullptr;
-}
-
 } // namespace
-
-Q_DECLARE_METATYPE(CloseBy)
 
 class FormAboutTest : public QObject {
     Q_OBJECT
-private slots:
-    void initTestCase();
-    void cleanupTestCase();
-    void init();
-    void cleanup();
-
-    void titleAndVersion();
-    void addressesOpenOnTheDesktop_data();
-    void addressesOpenOnTheDesktop();
-    void mainWindowComesBack_data();
-    void mainWindowComesBack();
-    void systemInfoButton_data();
-    void systemInfoButton();
-
-private:
     UrlRecorder urls;
     ScriptedPrompts prompts;
     FakeLauncher launcher;
-    FormAbout* about = nullptr;
+    std::unique_ptr<FormAbout> about;
+
+private slots:
+    void initTestCase() {
+        QStandardPaths::setTestModeEnabled(true);
+        for (const char* scheme : {"mailto", "https"})
+            QDesktopServices::setUrlHandler(QString::fromLatin1(scheme), &urls, "open");
+    }
+
+    void init() {
+        prompts.reset();
+        launcher = {};
+        urls.opened.clear();
+        about = std::make_unique<FormAbout>(prompts, launcher);
+        about->show();
+    }
+
+    void cleanup() {
+        MARL_VERIFY_PROMPTS(prompts);
+        about.reset();
+    }
+
+    void titleAndVersion() {
+        QCOMPARE(about->windowTitle(), QStringLiteral("About Marl - Marlstone"));
+        QCOMPARE(about->findChild<QLabel*>("labelAppName")->text(),
+                 QStringLiteral("Marl - Marlstone"));
+        QCOMPARE(about->findChild<QLabel*>("labelAppVersion")->text(),
+                 QStringLiteral("Version 0.3.1"));
+    }
+
+    void addressesOpenOnTheDesktop() {
+        // A click, or Space once it has the focus, hands the address to the
+        // desktop: a mail address as "mailto:" and the address, a web address
+        // as it reads.
+        for (const char* name :
+             {"labelEMail", "labelCompanyEMail", "labelWebSite", "labelCompanyWebSite"})
+            for (bool byKey : {false, true}) {
+                auto* label = about->findChild<QLabel*>(name);
+                urls.opened.clear();
+                if (byKey) {
+                    label->setFocus();
+                    QTest::keyClick(label, Qt::Key_Space);
+                } else {
+                    QTest::mouseClick(label, Qt::LeftButton);
+                }
+                const QString prefix = QString(name).contains("EMail") ? "mailto:" : "";
+                QCOMPARE(urls.opened, QList<QUrl>{QUrl(prefix + label->text())});
+            }
+    }
+
+    void mainWindowComesBack_data() {
+        QTest::addColumn<int>("key"); // 0: the frame's close button
+        QTest::addColumn<int>("modifiers");
+        QTest::newRow("Alt+O") << int(Qt::Key_O) << int(Qt::AltModifier);
+        QTest::newRow("Enter") << int(Qt::Key_Return) << 0;
+        QTest::newRow("Escape") << int(Qt::Key_Escape) << 0;
+        QTest::newRow("frame's close button") << 0 << 0;
+    }
+
+    void mainWindowComesBack() {
+        QFETCH(int, key);
+        QFETCH(int, modifiers);
+        QTemporaryDir progDir;
+        ScriptedChooser chooser;
+        FormMain main(progDir.path(), prompts, chooser);
+        QPointer<FormAbout> box;
+        main.setAboutFactory([&] { return box = new FormAbout(prompts, launcher); });
+        main.show();
+        main.findChild<QAction*>("menuHelpAbout")->trigger();
+        QVERIFY(box && box->isVisible());
+        QVERIFY(!main.isEnabled());
+        QVERIFY2(box->isEnabled(), "the About box must not be disabled with the main window");
+
+        // Access keys and Enter reach the window the builder is in.
+        box->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(box));
+        if (key)
+            QTest::keyClick(box, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+        else
+            box->close();
+        // An access key presses its button a moment later, as a click would look.
+        QTRY_VERIFY2(box.isNull(), "the About box is destroyed when it closes");
+        QVERIFY(main.isEnabled());
+    }
+
+    void systemInfoButton_data() {
+        QTest::addColumn<QStringList>("installed");
+        QTest::addColumn<bool>("startWorks");
+        QTest::addColumn<QStringList>("started"); // every start tried
+        const QStringList none, about = {"/opt/bin/about --system"};
+        QTest::newRow("nothing installed") << none << true << none;
+        QTest::newRow("first installed") << QStringList{"about", "probe"} << true << about;
+        QTest::newRow("only the last")
+            << QStringList{"probe"} << true << QStringList{"/opt/bin/probe"};
+        QTest::newRow("will not start") << QStringList{"about"} << false << about;
+        QTest::newRow("a failed start tries no other")
+            << QStringList{"about", "probe"} << false << about;
+    }
+
+    void systemInfoButton() {
+        QFETCH(QStringList, installed);
+        QFETCH(bool, startWorks);
+        QFETCH(QStringList, started);
+        launcher.installed = installed;
+        launcher.startWorks = startWorks;
+        const bool unavailable = started.isEmpty() || !startWorks;
+        prompts.expectTells(unavailable ? 1 : 0);
+        QTest::mouseClick(about->findChild<QPushButton*>("buttonSysInfo"), Qt::LeftButton);
+        QCOMPARE(launcher.started, started);
+        QCOMPARE(prompts.messages(), unavailable
+                                         ? QStringList{"Marl - Marlstone: System Information Is "
+                                                       "Unavailable At This Time"}
+                                         : QStringList{});
+        QVERIFY(about->isVisible());
+    }
+
+    void runningDesktopComesFirst() {
+        // XDG_CURRENT_DESKTOP and the tool tried first; the others stay
+        // candidates, each program once.
+        const std::pair<const char*, const char*> rows[] = {
+            {"ubuntu:GNOME", "gnome-control-center"},
+            {"xfce", "xfce4-about"},
+            {"LXQt", "hardinfo2"}};
+        for (const auto& [desktops, first] : rows) {
+            QStringList programs;
+            for (const SysInfoTool& tool : freeDesktopSysInfoTools(desktops))
+                programs << tool.program;
+            QCOMPARE(programs.first(), first);
+            QCOMPARE(programs.size(), 6);
+            QCOMPARE(QSet<QString>(programs.begin(), programs.end()).size(), 6);
+        }
+    }
 };
-
-void FormAboutTest::initTestCase() {
-    QStandardPaths::setTestModeEnabled(true);
-    for (const char* scheme : {"mailto", "https"})
-        QDesktopServices::setUrlHandler(QString::fromLatin1(scheme), &urls, "open");
-}
-
-void FormAboutTest::cleanupTestCase() {
-    for (const char* scheme : {"mailto", "https"})
-        QDesktopServices::unsetUrlHandler(QString::fromLatin1(scheme));
-}
-
-void FormAboutTest::init() {
-    prompts.reset();
-    launcher.everything = false;
-    launcher.started.clear();
-    urls.opened.clear();
-    about = new FormAbout(prompts, launcher);
-    about->show();
-}
-
-void FormAboutTest::cleanup() {
-    MARL_VERIFY_PROMPTS(prompts);
-    delete about;
-}
-
-void FormAboutTest::titleAndVersion() {
-    QCOMPARE(about->windowTitle(), QStringLiteral("About Marl - Marlstone"));
-    QCOMPARE(about->findChild<QLabel*>(QStringLiteral("labelAppName"))->text(),
-             QStringLiteral("Marl - Marlstone"));
-    QCOMPARE(about->findChild<QLabel*>(QStringLiteral("labelAppVersion"))->text(),
-             QStringLiteral("Version 0.3.1"));
-}
-
-void FormAboutTest::addressesOpenOnTheDesktop_data() {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("scheme");
-    QTest::addColumn<bool>("byKey");
-    const char* rows[][2] = {
-        {"labelEMail", "mailto"},
-        {"labelCompanyEMail", "mailto"},
-        {"labelWebSite", "https"},
-        {"labelCompanyWebSite", "https"},
-    };
-    for (const auto& row : rows) {
-        const QString name = QString::fromLatin1(row[0]);
-        QTest::addRow("%s clicked", row[0]) << name << QString::fromLatin1(row[1]) << false;
-        QTest::addRow("%s by Space", row[0]) << name << QString::fromLatin1(row[1]) << true;
-    }
-}
-
-void FormAboutTest::addressesOpenOnTheDesktop() {
-    QFETCH(QString, name);
-    QFETCH(QString, scheme);
-    QFETCH(bool, byKey);
-    auto* label = about->findChild<QLabel*>(name);
-    QVERIFY(label);
-    QCOMPARE(label->cursor().shape(), Qt::PointingHandCursor);
-    if (byKey) {
-        label->setFocus();
-        QTest::keyClick(label, Qt::Key_Space);
-    } else {
-        QTest::mouseClick(label, Qt::LeftButton);
-    }
-    QCOMPARE(urls.opened.size(), 1);
-    const QUrl url = urls.opened.first();
-    QCOMPARE(url.scheme(), scheme);
-    // A mail address opens as "mailto:" and the address; a web address as it reads.
-    const QString expected =
-        scheme == QLatin1String("mailto") ? QStringLiteral("mailto:") + label->text() : label->text();
-    QCOMPARE(url.toString(), expected);
-}
-
-void FormAboutTest::mainWindowComesBack_data() {
-    QTest::addColumn<CloseBy>("by");
-    QTest::newRow("Ok clicked") << CloseBy::OkClick;
-    QTest::newRow("Alt+O") << CloseBy::OkKey;
-    QTest::newRow("Enter") << CloseBy::EnterKey;
-    QTest::newRow("Escape") << CloseBy::EscapeKey;
-    QTest::newRow("frame's close button") << CloseBy::FrameClose;
-}
-
-void FormAboutTest::mainWindowComesBack() {
-    QFETCH(CloseBy, by);
-    QTemporaryDir progDir;
-    ScriptedChooser chooser;
-    FormMain main(progDir.path(), prompts, chooser);
-    main.setAboutFactory([this] { return new FormAbout(prompts, launcher); });
-    main.show();
-
-    main.findChild<QAction*>(QStringLiteral("menuHelpAbout"))->trigger();
-    QPointer<FormAbout> box = openAbout(about);
-    QVERIFY(box);
-    QVERIFY(!main.isEnabled());
-    QVERIFY2(box->isEnabled(), "the About box must not be disabled with the main window");
-
-    // Access keys and Enter reach the window the builder is in.
-    box->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(box));
-    switch (by) {
-    case CloseBy::OkClick:
-        QTest::mouseClick(box->findChild<QPushButton*>(QStringLiteral("buttonOk")), Qt::LeftButton);
-        break;
-    case CloseBy::OkKey:
-        QTest::keyClick(box, Qt::Key_O, Qt::AltModifier);
-        break;
-    case CloseBy::EnterKey:
-        QTest::keyClick(box, Qt::Key_Return);
-        break;
-    case CloseBy::EscapeKey:
-        QTest::keyClick(box, Qt::Key_Escape);
-        break;
-    case CloseBy::FrameClose:
-        box->close();
-        break;
-    }
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-
-    // An access key presses its button a moment later, as a click would look.
-    QTRY_VERIFY2(box.isNull(), "the About box is destroyed when it closes");
-    QVERIFY(main.isEnabled());
-}
-
-void FormAboutTest::systemInfoButton_data() {
-    QTest::addColumn<bool>("installed");
-    QTest::newRow("no system-information program") << false;
-    QTest::newRow("one installed") << true;
-}
-
-void FormAboutTest::systemInfoButton() {
-    QFETCH(bool, installed);
-    if (installed && sysInfoTools().isEmpty())
-        QSKIP("this machine names no system-information program");
-    launcher.everything = installed;
-    prompts.expectTells(installed ? 0 : 1);
-
-    QTest::mouseClick(about->findChild<QPushButton*>(QStringLiteral("buttonSysInfo")),
-                      Qt::LeftButton);
-
-    QCOMPARE(launcher.started.size(), installed ? 1 : 0);
-    QCOMPARE(prompts.records.size(), installed ? 0 : 1);
-    if (!installed) {
-        QCOMPARE(prompts.records[0].text,
-                 QStringLiteral("System Information Is Unavailable At This Time"));
-        QCOMPARE(prompts.records[0].title, appTitle());
-    }
-    QVERIFY(about->isVisible());
-}
 
 QTEST_MAIN(FormAboutTest)
 #include "form_about_test.moc"
