@@ -1,200 +1,84 @@
-#include <QtTest>
-
-#include "rooms/room_file.h"
-#include "test_support.h"
+#include "../world/zone_files.h"
 
 using namespace marl;
-
-namespace {
-
-// One line that says everything the reader made of a room, so that a table
-// row can state the expected room in a glance.  Line breaks show as |.
-QString describe(const RoomRecord& room) {
-    auto text = [](const std::string& s) {
-        return QString::fromLatin1(s.c_str()).replace(QStringLiteral("\r\n"), QStringLiteral("|"));
-    };
-    QString out = QStringLiteral("#%1 [%2] [%3] bits=%4 sector=%5")
-                      .arg(room.VNum)
-                      .arg(text(room.Name), text(room.Desc), text(room.BitV))
-                      .arg(room.SecType);
-    for (const ExitDef& def : kExits) {
-        const ExitRecord& exit = room.Exits[def.slot];
-        if (exit.Absent)
-            continue;
-        out += QStringLiteral(" %1(%2)=[%3][%4] %5 %6 %7")
-                   .arg(QString::fromLatin1(def.caption))
-                   .arg(exit.Direction)
-                   .arg(text(exit.Desc), text(exit.Keywords))
-                   .arg(exit.DoorKind)
-                   .arg(exit.KeyVNum)
-                   .arg(exit.ToVNum);
-    }
-    for (int i = 0; i < extraDescCount(room.ExtraDescs); ++i)
-        out += QStringLiteral(" E[%1]=[%2]").arg(text(room.ExtraDescs[i].Keywords),
-                                                 text(room.ExtraDescs[i].Desc));
-    return out;
-}
-
-std::string joined(const QStringList& lines, const char* eol) {
-    std::string out;
-    for (const QString& line : lines)
-        out += line.toLatin1().toStdString() + eol;
-    return out;
-}
-
-} // namespace
+using marl::test::Rooms;
 
 class RoomReaderTest : public QObject {
     Q_OBJECT
 private slots:
-    void readsRooms_data();
-    void readsRooms();
+    void reads_data();
+    void reads() { test::checkReads<Rooms>(); }
     void refuses_data();
-    void refuses();
-    void keepsFileOrderAndCount();
-    void holdsMoreThan101Rooms();
-    void remembersLineEnds();
+    void refuses() { test::checkRefuses<Rooms>(); }
+    void tableGrowsWithItsFile();
 };
 
-void RoomReaderTest::readsRooms_data() {
-    QTest::addColumn<QStringList>("file");
-    QTest::addColumn<QString>("first");
-    QTest::newRow("no exits, no extras")
-        << QStringList{"#3001", "The Bakery~", "You are in the bakery.", "~", "30 ad 1", "S", "$"}
-        << "#3001 [The Bakery] [You are in the bakery.] bits=ad sector=1";
-    QTest::newRow("empty description")
-        << QStringList{"#1", "Void~", "~", "30 0 0", "S", "$"} << "#1 [Void] [] bits=0 sector=0";
-    QTest::newRow("description of two lines")
-        << QStringList{"#1", "R~", "one", "two", "~", "30 0 0", "S", "$"}
-        << "#1 [R] [one|two] bits=0 sector=0";
-    QTest::newRow("tilde after text keeps the text")
-        << QStringList{"#1", "R~", "A cityguard~", "30 0 0", "S", "$"}
-        << "#1 [R] [A cityguard] bits=0 sector=0";
-    QTest::newRow("D1 is east, D2 is south")
-        << QStringList{"#1", "R~", "~", "30 0 0", "D1", "e", "~", "~", "0 -1 2", "D2", "s", "~",
-                       "gate~", "2 7 3", "S", "$"}
-        << "#1 [R] [] bits=0 sector=0 South(1)=[s][gate] 2 7 3 East(2)=[e][] 0 -1 2";
-    QTest::newRow("empty exit description and keywords")
-        << QStringList{"#1", "R~", "~", "30 0 0", "D5", "~", "~", "0 -1 9", "S", "$"}
-        << "#1 [R] [] bits=0 sector=0 Down(5)=[][] 0 -1 9";
-    QTest::newRow("numeric flags kept as text")
-        << QStringList{"#1", "R~", "~", "30 12 0", "S", "$"} << "#1 [R] [] bits=12 sector=0";
-    QTest::newRow("sector beyond the options kept")
-        << QStringList{"#1", "R~", "~", "30 0 9", "S", "$"} << "#1 [R] [] bits=0 sector=9";
-    QTest::newRow("zone field ignored")
-        << QStringList{"#1", "R~", "~", "77 0 0", "S", "$"} << "#1 [R] [] bits=0 sector=0";
-    QTest::newRow("two spaces: empty flag text")
-        << QStringList{"#0", "~", "~", "30  0", "S", "$"} << "#0 [] [] bits= sector=0";
-    QTest::newRow("$~ ends the file")
-        << QStringList{"#1", "R~", "~", "30 0 0", "S", "$~"} << "#1 [R] [] bits=0 sector=0";
-    QTest::newRow("extra descriptions")
-        << QStringList{"#1", "R~", "~", "30 0 0", "E", "oven hot~", "A hot oven.", "~", "E",
-                       "sign~", "~", "S", "$"}
-        << "#1 [R] [] bits=0 sector=0 E[oven hot]=[A hot oven.] E[sign]=[]";
-    QTest::newRow("exits after extra descriptions")
-        << QStringList{"#1", "R~", "~", "30 0 0", "E", "k~", "d", "~", "D0", "n", "~", "~",
-                       "0 -1 2", "S", "$"}
-        << "#1 [R] [] bits=0 sector=0 North(0)=[n][] 0 -1 2 E[k]=[d]";
+void RoomReaderTest::reads_data() {
+    test::readColumns();
+    const QString R = "#1|R~|~|30 0 0|";
+    // clang-format off
+    QTest::newRow("no exits, no extras") << "#3001|Bakery~|In the bakery.|~|30 ad 1|S|$" << 1
+        << "#3001 [Bakery] [In the bakery.] [ad] 1";
+    QTest::newRow("empty description") << "#1|Void~|~|30 0 0|S|$" << 1 << "#1 [Void] [] [0] 0";
+    QTest::newRow("two lines") << "#1|R~|one|two|~|30 0 0|S|$" << 1 << "#1 [R] [one/two] [0] 0";
+    QTest::newRow("~ after the text keeps it") << "#1|R~|A cityguard~|30 0 0|S|$" << 1
+        << "#1 [R] [A cityguard] [0] 0";
+    QTest::newRow("D1 is east, D2 south") << R + "D1|e|~|~|0 -1 2|D2|s|~|gate~|2 7 3|S|$" << 1
+        << "#1 [R] [] [0] 0 South=1 [s] [gate] 2 7 3 East=2 [e] [] 0 -1 2";
+    QTest::newRow("empty exit texts") << R + "D5|~|~|0 -1 9|S|$" << 1
+        << "#1 [R] [] [0] 0 Down=5 [] [] 0 -1 9";
+    QTest::newRow("flags 12 and sector 9 kept, zone ignored") << "#1|R~|~|77 12 9|S|$" << 1
+        << "#1 [R] [] [12] 9";
+    QTest::newRow("two spaces: empty flag text") << "#0|~|~|30  0|S|$" << 1 << "#0 [] [] [] 0";
+    QTest::newRow("$~ ends the file") << R + "S|$~" << 1 << "#1 [R] [] [0] 0";
+    QTest::newRow("extra descriptions") << R + "E|oven hot~|A hot oven.|~|E|sign~|~|S|$" << 1
+        << "#1 [R] [] [0] 0 E[oven hot] [A hot oven.] E[sign] []";
+    QTest::newRow("exits after extra descriptions") << R + "E|k~|d|~|D0|n|~|~|0 -1 2|S|$" << 1
+        << "#1 [R] [] [0] 0 North=0 [n] [] 0 -1 2 E[k] [d]";
     QTest::newRow("blanks at line ends, + signs, runs of blanks")
-        << QStringList{"#1  ", "R~", "~", "30 0 +1 ", "D0 ", "~", "~", "0  -1   +2 ", "E ", "k~",
-                       "~", "S ", "$"}
-        << "#1 [R] [] bits=0 sector=1 North(0)=[][] 0 -1 2 E[k]=[]";
-    QTest::newRow("name keeps blanks, rest of ~ line dropped")
-        << QStringList{"#1", "  Two  ~ junk", "~", "30 0 0", "S", "$"}
-        << "#1 [  Two  ] [] bits=0 sector=0";
-    QTest::newRow("latin-1 letters")
-        << QStringList{"#1", QString::fromLatin1("Caf\xe9~"), QString::fromLatin1("\xa9 \xff"), "~",
-                       "30 0 0", "S", "$"}
-        << QString::fromLatin1("#1 [Caf\xe9] [\xa9 \xff] bits=0 sector=0");
-}
-
-void RoomReaderTest::readsRooms() {
-    QFETCH(QStringList, file);
-    QFETCH(QString, first);
-    for (const char* eol : {"\r\n", "\n"}) {
-        const std::string bytes = joined(file, eol);
-        RoomTable table;
-        QCOMPARE(readRooms(bytes, table), 1);
-        QCOMPARE(describe(table[0]), first);
-        QVERIFY(table[1] == RoomRecord{});
-    }
+        << "#1  |R~|~|30 0 +1 |D0 |~|~|0  -1 \t +2\t|E |k~|~|S |$" << 1
+        << "#1 [R] [] [0] 1 North=0 [] [] 0 -1 2 E[k] []";
+    QTest::newRow("name keeps blanks, rest of ~ lines dropped") << "#1|  Two  ~ junk|~ junk|30 0 0|S|$"
+        << 1 << "#1 [  Two  ] [] [0] 0";
+    QTest::newRow("file order kept") << "#3005|B~|~|30 0 0|S|#3001|A~|~|30 0 0|S|$" << 2
+        << "#3005 [B] [] [0] 0";
+    // clang-format on
 }
 
 void RoomReaderTest::refuses_data() {
-    QTest::addColumn<QStringList>("file");
-    QTest::addColumn<int>("line");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("header without #") << QStringList{"3001", "R~", "~", "30 0 0", "S", "$"} << 1
-                                      << "a room header";
-    QTest::newRow("only the end line") << QStringList{"$"} << 1 << "a room header";
-    QTest::newRow("empty file") << QStringList{} << 1 << "a room header";
-    QTest::newRow("numbers line too short") << QStringList{"#1", "R~", "~", "30 0", "S", "$"} << 4
-                                            << "\"<zone> <flags> <sector>\"";
-    QTest::newRow("sector not a number") << QStringList{"#1", "R~", "~", "30 0 x", "S", "$"} << 4
-                                         << "\"<zone> <flags> <sector>\"";
-    QTest::newRow("D7") << QStringList{"#1", "R~", "~", "30 0 0", "D7", "~", "~", "0 -1 2", "S", "$"}
-                        << 5 << "\"D0\" to \"D5\"";
-    QTest::newRow("exit numbers missing")
-        << QStringList{"#1", "R~", "~", "30 0 0", "D0", "~", "~", "0 -1", "S", "$"} << 8
-        << "\"<door> <key> <to>\"";
-    QTest::newRow("key not a number")
-        << QStringList{"#1", "R~", "~", "30 0 0", "D0", "~", "~", "0 k 2", "S", "$"} << 8
-        << "\"<door> <key> <to>\"";
-    QTest::newRow("extra description without ~")
-        << QStringList{"#1", "R~", "~", "30 0 0", "E", "k~", "never ends", "S", "$"} << 7
-        << "extra description ending";
-    QTest::newRow("name without ~") << QStringList{"#1", "R", "", "30 0 0"} << 2 << "room name";
-    QTest::newRow("truncated before $") << QStringList{"#1", "R~", "~", "30 0 0", "S"} << 6
-                                        << "or the end of the file";
-    QTest::newRow("second header without #")
-        << QStringList{"#1", "R~", "~", "30 0 0", "S", "2", "R~", "~", "30 0 0", "S", "$"} << 6
-        << "the next room \"#<vnum>\"";
+    test::refusalColumns();
+    const QString R = "#1|R~|~|30 0 0|";
+    // clang-format off
+    QTest::newRow("header without #") << "3001|R~|~|30 0 0|S|$" << 1 << "a room header";
+    QTest::newRow("only the end line") << "$" << 1 << "a room header";
+    QTest::newRow("empty file") << "" << 1 << "a room header";
+    QTest::newRow("numbers line too short") << "#1|R~|~|30 0|S|$" << 4 << "the line \"<zone>";
+    QTest::newRow("sector not a number") << "#1|R~|~|30 0 x|S|$" << 4 << "the line \"<zone>";
+    QTest::newRow("D7") << R + "D7|~|~|0 -1 2|S|$" << 5 << "an exit direction \"D0\" to \"D5\"";
+    QTest::newRow("exit line too short") << R + "D0|~|~|0 -1|S|$" << 8 << "an exit line";
+    QTest::newRow("key not a number") << R + "D0|~|~|0 k 2|S|$" << 8 << "an exit line";
+    QTest::newRow("extra description without ~") << R + "E|k~|never ends|S|$" << 7
+        << "the extra description ending in \"~\"";
+    QTest::newRow("name without ~") << "#1|R||30 0 0" << 2 << "the room name";
+    QTest::newRow("truncated before $") << R + "S" << 6 << "the next room \"#<vnum>\" or the end";
+    QTest::newRow("second header without #") << R + "S|2|R~|~|30 0 0|S|$" << 6 << "the next room";
+    QTest::newRow("129 extra descriptions") << R + QString("E|k~|~|").repeated(129) + "S|$"
+        << 5 + 128 * 3 << "at most 128 extra descriptions";
+    // clang-format on
 }
 
-void RoomReaderTest::refuses() {
-    QFETCH(QStringList, file);
-    QFETCH(int, line);
-    QFETCH(QString, expected);
-    const std::string bytes = joined(file, "\n");
-    RoomTable table;
-    try {
-        readRooms(bytes, table);
-        QFAIL("the file was accepted");
-    } catch (const FormatError& error) {
-        QCOMPARE(error.line(), line);
-        QVERIFY2(QString::fromStdString(error.expected()).contains(expected),
-                 error.expected().c_str());
-    }
-}
-
-void RoomReaderTest::keepsFileOrderAndCount() {
-    const std::string bytes = test::crlf({"#3005", "B~", "~", "30 0 0", "S", "#3001", "A~", "~",
-                                          "30 0 0", "S", "$"});
-    RoomTable table;
-    QCOMPARE(readRooms(bytes, table), 2);
-    QCOMPARE(table[0].VNum, 3005);
-    QCOMPARE(table[1].VNum, 3001);
-}
-
-void RoomReaderTest::holdsMoreThan101Rooms() {
+void RoomReaderTest::tableGrowsWithItsFile() {
     std::string bytes;
     for (int i = 0; i < 183; ++i)
         bytes += "#" + std::to_string(2500 + i) + "\nRoom~\n~\n25 0 0\nS\n";
-    bytes += "$\n";
-    RoomTable table;
-    QCOMPARE(readRooms(bytes, table), 183);
-    QCOMPARE(table[182].VNum, 2682);
-    QVERIFY(table.size() >= 183);
-}
-
-void RoomReaderTest::remembersLineEnds() {
-    RoomTable table;
-    const std::string lfFile = test::lf({"#1", "R~", "", "~", "30 0 0", "S", "$"});
-    readRooms(lfFile, table);
-    QVERIFY(table.lineEnd == LineEnd::Lf);
-    QCOMPARE(writeRooms(table, 1, 30), lfFile);
-    table.clear();
-    QVERIFY(table.lineEnd == LineEnd::CrLf);
+    auto table = std::make_unique<RoomTable>();
+    QCOMPARE(readRooms(bytes + "$\n", *table), 183);
+    QCOMPARE((*table)[182].VNum, 2682);
+    // Clearing gives back the slots beyond 101 and forgets the line ends.
+    table->clear();
+    QCOMPARE(table->size(), std::size_t(101));
+    QVERIFY((*table)[100] == RoomRecord{});
+    QVERIFY(table->lineEnd == LineEnd::CrLf);
 }
 
 QTEST_GUILESS_MAIN(RoomReaderTest)

@@ -1,0 +1,203 @@
+#pragma once
+// Small zone files for the format tests.  A file is given as one text with
+// `|` between its lines and is tried with CR LF and with LF line ends; each
+// kind of record is told in one line, so that a table row states what the
+// reader must make of its file at a glance (line breaks inside texts show
+// as `/`, lists up to their first empty entry).
+
+#include <QtTest>
+
+#include <memory>
+
+#include "mobiles/mobile_file.h"
+#include "objects/object_file.h"
+#include "rooms/room_file.h"
+#include "test_support.h"
+#include "world/zone.h"
+#include "world/zone_file.h"
+
+namespace marl::test {
+
+inline std::string lines(const QString& text, const char* eol) {
+    std::string out;
+    if (!text.isEmpty())
+        for (const QString& line : text.split('|'))
+            out += line.toLatin1().toStdString() + eol;
+    return out;
+}
+
+inline QString shown(const std::string& text) {
+    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()))
+        .replace(QStringLiteral("\r\n"), QStringLiteral("/"));
+}
+
+inline QString part(const std::string& text) {
+    return '[' + shown(text) + ']';
+}
+inline QString part(long long number) {
+    return QString::number(number);
+}
+// The parts joined by blanks, texts in brackets.
+template <typename... Parts> QString parts(const Parts&... values) {
+    return QStringList{part(values)...}.join(' ');
+}
+
+inline QString describe(const RoomRecord& r) {
+    QString out = '#' + parts(r.VNum, r.Name, r.Desc, r.BitV, r.SecType);
+    for (const ExitDef& def : kExits)
+        if (const ExitRecord& e = r.Exits[std::size_t(def.slot)]; !e.Absent)
+            out += ' ' + QString::fromLatin1(def.caption) + '=' +
+                   parts(e.Direction, e.Desc, e.Keywords, e.DoorKind, e.KeyVNum, e.ToVNum);
+    for (int i = 0; i < extraDescCount(r.ExtraDescs); ++i)
+        out += " E" + parts(r.ExtraDescs[i].Keywords, r.ExtraDescs[i].Desc);
+    return out;
+}
+
+inline QString describe(const MobileRecord& m) {
+    QString out = '#' + parts(m.VNum, m.Alias, m.SDesc, m.LDesc, m.DDesc, m.ActionBitV,
+                              m.AffectBitV, m.Align, m.TypeLetter, m.Level, m.THAC0, m.AC, m.MHP,
+                              m.BHD, m.Gold, m.XP, m.LPos, m.DPos, m.Gender);
+    for (const ExtendedDef& def : kExtendedValues)
+        if (m.*def.field != 0)
+            out += ' ' + QString::fromLatin1(def.keyword) + part(m.*def.field);
+    return out;
+}
+
+inline QString describe(const ObjectRecord& o) {
+    const auto& v = o.Values;
+    QString out = '#' + parts(o.VNum, o.Alias, o.SDesc, o.LDesc, o.ADesc, o.OType, o.EBitV, o.WBitV,
+                              v[0], v[1], v[2], v[3], o.Weight, o.Cost, o.RPD);
+    for (int i = 0; i < extraDescCount(o.ExtraDescs); ++i)
+        out += " E" + parts(o.ExtraDescs[i].Keywords, o.ExtraDescs[i].Desc);
+    for (int i = 0; i < affectCount(o); ++i)
+        out += " A" + parts(o.Affects[i].Location, o.Affects[i].Modifier);
+    return out;
+}
+
+// The reader and writer of each kind; rooms carry the zone, 30 unless told.
+struct Rooms {
+    using Table = RoomTable;
+    static int read(std::string_view bytes, Table& table) { return readRooms(bytes, table); }
+    static std::string write(Table& table, int count, std::int32_t zone = 30) {
+        return writeRooms(table, count, zone);
+    }
+};
+struct Mobiles {
+    using Table = MobileTable;
+    static int read(std::string_view bytes, Table& table) { return readMobiles(bytes, table); }
+    static std::string write(Table& table, int count, std::int32_t = 0) {
+        return writeMobiles(table, count);
+    }
+};
+struct Objects {
+    using Table = ObjectTable;
+    static int read(std::string_view bytes, Table& table) { return readObjects(bytes, table); }
+    static std::string write(Table& table, int count, std::int32_t = 0) {
+        return writeObjects(table, count);
+    }
+};
+
+// Calls `check.template operator()<Kind>()` with the kind of a file name's
+// extension (.wld, .mob, .obj).
+template <typename Check> void byExtension(const QString& name, Check check) {
+    if (name.endsWith(QStringLiteral(".wld")))
+        check.template operator()<Rooms>();
+    else if (name.endsWith(QStringLiteral(".mob")))
+        check.template operator()<Mobiles>();
+    else
+        check.template operator()<Objects>();
+}
+
+// The file read and written again as the editor's save writes it, the zone
+// taken from the name; the count read goes to `count`.
+inline std::string rewritten(const QString& path, int* count = nullptr) {
+    const std::string bytes = readBytes(path);
+    const QString name = QFileInfo(path).fileName();
+    std::string text;
+    byExtension(name, [&]<typename Kind>() {
+        auto table = std::make_unique<typename Kind::Table>();
+        const int read = Kind::read(bytes, *table);
+        if (count)
+            *count = read;
+        text = Kind::write(*table, read, zoneFromFileName(name.toStdString()).value_or(0));
+    });
+    return text;
+}
+
+// A table's columns, named in order.
+template <typename... Types> void columns(const char* const (&names)[sizeof...(Types)]) {
+    std::size_t i = 0;
+    (QTest::addColumn<Types>(names[i++]), ...);
+}
+
+// The three tables every kind has, and their checks, which fetch a row's
+// values themselves.
+inline void readColumns() {
+    columns<QString, int, QString>({"file", "count", "first"});
+}
+inline void refusalColumns() {
+    columns<QString, int, QString>({"file", "line", "expected"});
+}
+inline void writeColumns() {
+    columns<QString, QString>({"file", "written"});
+}
+
+// The file reads `count` records, the first as `first`; the slot after the
+// last stays cleared and the table remembers the file's line ends.
+template <typename Kind> void checkReads() {
+    QFETCH(QString, file);
+    QFETCH(int, count);
+    QFETCH(QString, first);
+    for (const char* eol : {"\r\n", "\n"}) {
+        auto table = std::make_unique<typename Kind::Table>();
+        QCOMPARE(Kind::read(lines(file, eol), *table), count);
+        QCOMPARE(describe((*table)[0]), first);
+        QVERIFY((*table)[std::size_t(count)] == std::decay_t<decltype((*table)[0])>{});
+        QVERIFY(table->lineEnd == (eol[1] ? LineEnd::CrLf : LineEnd::Lf));
+    }
+}
+
+// Opening the file fails at `line`, saying that `expected` was expected
+// there, and leaves no record in the table.
+template <typename Kind> void checkRefuses() {
+    QFETCH(QString, file);
+    QFETCH(int, line);
+    QFETCH(QString, expected);
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("30.zone"));
+    for (const char* eol : {"\r\n", "\n"}) {
+        writeBytes(path, lines(file, eol));
+        auto table = std::make_unique<typename Kind::Table>();
+        const LoadOutcome outcome = loadZoneTable(path.toStdString(), *table, Kind::read);
+        QVERIFY(!outcome.ok);
+        QCOMPARE(outcome.line, line);
+        QVERIFY2(QString::fromStdString(outcome.problem).contains(expected),
+                 outcome.problem.c_str());
+        QVERIFY((*table)[0] == std::decay_t<decltype((*table)[0])>{});
+    }
+}
+
+// The file read and written gives `written` in the file's line ends (`=`:
+// the file itself), which reads back to the same records and is written
+// again byte for byte.  An empty file stands for a table without records.
+template <typename Kind> void checkWrites() {
+    QFETCH(QString, file);
+    QFETCH(QString, written);
+    if (written == QStringLiteral("="))
+        written = file;
+    for (const char* eol : {"\r\n", "\n"}) {
+        auto table = std::make_unique<typename Kind::Table>();
+        if (eol[1] == '\0')
+            table->lineEnd = LineEnd::Lf; // a new table writes CR LF
+        const int count = file.isEmpty() ? 0 : Kind::read(lines(file, eol), *table);
+        const std::string text = Kind::write(*table, count);
+        QCOMPARE(QByteArray::fromStdString(text), QByteArray::fromStdString(lines(written, eol)));
+        auto again = std::make_unique<typename Kind::Table>();
+        QCOMPARE(Kind::read(text, *again), std::max(count, 1));
+        for (std::size_t slot = 0; slot < std::size_t(std::max(count, 1)); ++slot)
+            QCOMPARE(describe((*again)[slot]), describe((*table)[slot]));
+        QCOMPARE(Kind::write(*again, count), text);
+    }
+}
+
+} // namespace marl::test
