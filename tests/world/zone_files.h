@@ -75,27 +75,19 @@ inline QString describe(const ObjectRecord& o) {
 }
 
 // The reader and writer of each kind; rooms carry the zone, 30 unless told.
-struct Rooms {
-    using Table = RoomTable;
-    static int read(std::string_view bytes, Table& table) { return readRooms(bytes, table); }
-    static std::string write(Table& table, int count, std::int32_t zone = 30) {
-        return writeRooms(table, count, zone);
+template <typename T, auto Read, auto Write> struct Kind {
+    using Table = T;
+    static int read(std::string_view bytes, T& table) { return Read(bytes, table); }
+    static std::string write(T& table, int count, std::int32_t zone = 30) {
+        if constexpr (std::is_invocable_v<decltype(Write), T&, int, std::int32_t>)
+            return Write(table, count, zone);
+        else
+            return Write(table, count);
     }
 };
-struct Mobiles {
-    using Table = MobileTable;
-    static int read(std::string_view bytes, Table& table) { return readMobiles(bytes, table); }
-    static std::string write(Table& table, int count, std::int32_t = 0) {
-        return writeMobiles(table, count);
-    }
-};
-struct Objects {
-    using Table = ObjectTable;
-    static int read(std::string_view bytes, Table& table) { return readObjects(bytes, table); }
-    static std::string write(Table& table, int count, std::int32_t = 0) {
-        return writeObjects(table, count);
-    }
-};
+using Rooms = Kind<RoomTable, readRooms, writeRooms>;
+using Mobiles = Kind<MobileTable, readMobiles, writeMobiles>;
+using Objects = Kind<ObjectTable, readObjects, writeObjects>;
 
 // Calls `check.template operator()<Kind>()` with the kind of a file name's
 // extension (.wld, .mob, .obj).
