@@ -265,6 +265,9 @@ void FormRoomDoor::onDone() {
         stored.DoorKind = doorKind_;
         stored.KeyVNum = doorKind_ == 0 ? -1 : *key;
         stored.ToVNum = *to;
+        // The dialog opens only on a checked exit with a destination: what it
+        // stored has to survive the next save, which wipes an absent exit.
+        stored.Absent = false;
         if (room_) {
             room_->ParseExits();
             room_->HasChanged();
