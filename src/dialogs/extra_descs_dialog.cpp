@@ -63,16 +63,19 @@ void ExtraDescsDialog::buildLayout() {
     auto* descLayout = new QVBoxLayout(descFrame);
     descLayout->addWidget(textDesc_);
 
-    buttonAdd_ = button(this, "buttonAdd", "Add");
-    buttonUpdate_ = button(this, "buttonUpdate", "Update");
-    buttonEdit_ = button(this, "buttonEdit", "Edit");
-    buttonRemove_ = button(this, "buttonRemove", "Remove");
-    buttonRemoveAll_ = button(this, "buttonRemoveAll", "Remove All");
-    buttonClearAll_ = button(this, "buttonClearAll", "Clear All");
-    buttonDone_ = button(this, "buttonDone", "Done");
-    buttonCancel_ = button(this, "buttonCancel", "Cancel");
+    buttonAdd_ = button(this, "buttonAdd", "Add", 'a');
+    buttonUpdate_ = button(this, "buttonUpdate", "Update", 'u');
+    buttonEdit_ = button(this, "buttonEdit", "Edit", 'e');
+    buttonRemove_ = button(this, "buttonRemove", "Remove", 'r');
+    buttonRemoveAll_ = button(this, "buttonRemoveAll", "Remove All", 'm');
+    buttonClearAll_ = button(this, "buttonClearAll", "Clear All", 'l');
+    buttonDone_ = button(this, "buttonDone", "Done", 'd');
+    buttonCancel_ = button(this, "buttonCancel", "Cancel", 'c');
     for (QPushButton* push : {buttonAdd_, buttonUpdate_, buttonEdit_, buttonRemove_, buttonRemoveAll_})
         push->setEnabled(false);
+    // Enter in the keywords closes as Done does, which says so when text
+    // typed there is not stored yet.
+    buttonDone_->setDefault(true);
 
     auto* fields = new QVBoxLayout;
     fields->addWidget(keywordsFrame);

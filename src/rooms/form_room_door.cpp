@@ -57,12 +57,17 @@ void FormRoomDoor::buildLayout() {
         shown->setFocusPolicy(Qt::NoFocus);
         shown->setFont(fixedFont());
         shown->setFixedWidth(widthForColumns(shown, 7));
+        // Shown on the window's colour, so that it does not look like a
+        // field to type in.
+        QPalette palette = shown->palette();
+        palette.setColor(QPalette::Base, palette.color(QPalette::Window));
+        shown->setPalette(palette);
     }
     auto* lblTo = named(new QLabel(QStringLiteral("to"), exitFrame), "lblTo");
     textToVNum_ = named(new QLineEdit(exitFrame), "textToVNum");
     makeNumeric(textToVNum_, true, 0);
     textToVNum_->setFixedWidth(widthForColumns(textToVNum_, 7));
-    checkNowhere_ = named(new QCheckBox(QStringLiteral("Nowhere"), exitFrame), "checkNowhere");
+    checkNowhere_ = named(new AccessCheckBox(QStringLiteral("Nowhere"), u'w', exitFrame), "checkNowhere");
     auto* exitLayout = new QHBoxLayout(exitFrame);
     exitLayout->addWidget(textFromVNum_);
     exitLayout->addWidget(textDirection_);
@@ -72,10 +77,10 @@ void FormRoomDoor::buildLayout() {
     exitLayout->addStretch();
 
     auto* doorFrame = frame(this, "frameDoorFlag", "Door Flag");
-    optionNormal_ = named(new QRadioButton(QStringLiteral("Normal"), doorFrame), "optionNormal");
-    optionDoor_ = named(new QRadioButton(QStringLiteral("Door"), doorFrame), "optionDoor");
+    optionNormal_ = named(new AccessRadioButton(QStringLiteral("Normal"), u'n', doorFrame), "optionNormal");
+    optionDoor_ = named(new AccessRadioButton(QStringLiteral("Door"), u'o', doorFrame), "optionDoor");
     optionPickProof_ =
-        named(new QRadioButton(QStringLiteral("PickProof"), doorFrame), "optionPickProof");
+        named(new AccessRadioButton(QStringLiteral("PickProof"), u'p', doorFrame), "optionPickProof");
     optionNormal_->setChecked(true);
     auto* doorLayout = new QHBoxLayout(doorFrame);
     doorLayout->addWidget(optionNormal_);
@@ -86,7 +91,7 @@ void FormRoomDoor::buildLayout() {
     textKeyVNum_ = named(new QLineEdit(keyFrame), "textKeyVNum");
     makeNumeric(textKeyVNum_, true, 0);
     textKeyVNum_->setFixedWidth(widthForColumns(textKeyVNum_, 7));
-    checkNoKey_ = named(new QCheckBox(QStringLiteral("No Key"), keyFrame), "checkNoKey");
+    checkNoKey_ = named(new AccessCheckBox(QStringLiteral("No Key"), u'k', keyFrame), "checkNoKey");
     textKeyVNum_->setEnabled(false);
     checkNoKey_->setEnabled(false);
     auto* keyLayout = new QHBoxLayout(keyFrame);
@@ -109,9 +114,9 @@ void FormRoomDoor::buildLayout() {
     auto* descLayout = new QVBoxLayout(descFrame);
     descLayout->addWidget(textDesc_);
 
-    buttonDone_ = button(this, "buttonDone", "Done");
-    buttonCancel_ = button(this, "buttonCancel", "Cancel");
-    buttonClearAll_ = button(this, "buttonClearAll", "Clear All");
+    buttonDone_ = button(this, "buttonDone", "Done", 'd');
+    buttonCancel_ = button(this, "buttonCancel", "Cancel", 'c');
+    buttonClearAll_ = button(this, "buttonClearAll", "Clear All", 'l');
     buttonDone_->setDefault(true);
 
     auto* doorAndKey = new QHBoxLayout;

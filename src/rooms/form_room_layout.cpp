@@ -38,7 +38,7 @@ void FormRoom::buildLayout() {
     listRoomSelect_->setObjectName(QStringLiteral("listRoomSelect"));
     listRoomSelect_->setFont(fixedFont());
     listRoomSelect_->setSelectionMode(QAbstractItemView::SingleSelection);
-    listRoomSelect_->setMinimumWidth(widthForColumns(listRoomSelect_, 44));
+    listRoomSelect_->setMinimumWidth(widthForColumns(listRoomSelect_, 50));
     auto* selectLayout = new QVBoxLayout(selectFrame);
     selectLayout->addWidget(listRoomSelect_);
 
@@ -104,7 +104,7 @@ void FormRoom::buildLayout() {
         exitsLayout->addWidget(field, def.slot, 1);
         exitsLayout->addWidget(door, def.slot, 2);
     }
-    buttonClearExits_ = button(exitsFrame, "buttonClearExits", "Clear Exits");
+    buttonClearExits_ = button(exitsFrame, "buttonClearExits", "Clear Exits", 'i');
     exitsLayout->addWidget(buttonClearExits_, kExitSlots, 0, 1, 3);
     exitsLayout->setRowStretch(kExitSlots + 1, 1);
 
@@ -119,7 +119,7 @@ void FormRoom::buildLayout() {
         bitChecks_[i] = check;
         bitsLayout->addWidget(check, static_cast<int>(i) % bitRows, static_cast<int>(i) / bitRows);
     }
-    buttonClearBits_ = button(bitsFrame, "buttonClearBits", "Clear Bits");
+    buttonClearBits_ = button(bitsFrame, "buttonClearBits", "Clear Bits", 'b');
     bitsLayout->addWidget(buttonClearBits_, bitRows, 0, 1, 2);
     bitsLayout->setRowStretch(bitRows + 1, 1);
 
@@ -138,14 +138,14 @@ void FormRoom::buildLayout() {
     body->addLayout(right, 1);
 
     // Commands along the bottom; leaving the window sits at the right.
-    buttonNew_ = button(this, "buttonNew", "New");
-    buttonSave_ = button(this, "buttonSave", "Save");
-    buttonEdit_ = button(this, "buttonEdit", "Edit");
-    buttonDelete_ = button(this, "buttonDelete", "Delete");
-    buttonExtraDescs_ = button(this, "buttonExtraDescs", "Extra Descriptions");
-    buttonClearAll_ = button(this, "buttonClearAll", "Clear All");
-    buttonCancel_ = button(this, "buttonCancel", "Cancel");
-    buttonDone_ = button(this, "buttonDone", "Done");
+    buttonNew_ = button(this, "buttonNew", "New", 'n');
+    buttonSave_ = button(this, "buttonSave", "Save", 's');
+    buttonEdit_ = button(this, "buttonEdit", "Edit", 'e');
+    buttonDelete_ = button(this, "buttonDelete", "Delete", 't');
+    buttonExtraDescs_ = button(this, "buttonExtraDescs", "Extra Descriptions", 'x');
+    buttonClearAll_ = button(this, "buttonClearAll", "Clear All", 'l');
+    buttonCancel_ = button(this, "buttonCancel", "Cancel", 'c');
+    buttonDone_ = button(this, "buttonDone", "Done", 'd');
     buttonSave_->setEnabled(false);
     buttonEdit_->setEnabled(false);
     buttonDelete_->setEnabled(false);

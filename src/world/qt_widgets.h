@@ -4,7 +4,8 @@
 
 #include <QFontMetrics>
 #include <QGroupBox>
-#include <QPushButton>
+
+#include "world/qt_access_keys.h"
 
 namespace marl::ui {
 
@@ -14,9 +15,10 @@ inline QGroupBox* frame(QWidget* parent, const char* name, const QString& captio
     return box;
 }
 
-// A command button that Enter in a field does not press.
-inline QPushButton* button(QWidget* parent, const char* name, const char* caption) {
-    auto* push = new QPushButton(QString::fromLatin1(caption), parent);
+// A command button that Enter in a field does not press, with `key` (a
+// letter of the caption) as its access key.
+inline QPushButton* button(QWidget* parent, const char* name, const char* caption, char key = 0) {
+    auto* push = new AccessButton(QString::fromLatin1(caption), QLatin1Char(key), parent);
     push->setObjectName(QString::fromLatin1(name));
     push->setAutoDefault(false);
     return push;
