@@ -1,13 +1,11 @@
 #include "dialogs/extra_descs_dialog.h"
 
-#include <QCloseEvent>
 #include <QFontMetrics>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "shell/prompts.h"
@@ -20,17 +18,9 @@ using ui::button;
 using ui::charWidth;
 using ui::frame;
 
-namespace {
-
-const QString kPendingTitle = QStringLiteral("Desc Not Saved");
-const QString kPendingLine = QStringLiteral("Changes to Desc Not Saved.");
-
-} // namespace
-
 ExtraDescsDialog::ExtraDescsDialog(ExtraDescsVariant variant, QWidget* owner, Prompts& prompts)
-    : variant_(std::move(variant)), owner_(owner), prompts_(prompts) {
+    : OwnedDialog(owner, prompts, QStringLiteral("Desc")), variant_(std::move(variant)) {
     setObjectName(variant_.formName);
-    setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(variant_.frameCaption);
     buildLayout();
     connectHandlers();
@@ -46,7 +36,8 @@ void ExtraDescsDialog::buildLayout() {
     auto* listLayout = new QVBoxLayout(listFrame);
     listLayout->addWidget(listExtraDescs_);
 
-    auto* keywordsFrame = frame(this, "frameKeywords", QStringLiteral("Extra Description Keywords"));
+    auto* keywordsFrame =
+        frame(this, "frameKeywords", QStringLiteral("Extra Description Keywords"));
     textKeywords_ = new QLineEdit(keywordsFrame);
     textKeywords_->setObjectName(QStringLiteral("textKeywords"));
     textKeywords_->setFont(fixedFont());
@@ -71,7 +62,8 @@ void ExtraDescsDialog::buildLayout() {
     buttonClearAll_ = button(this, "buttonClearAll", "Clear All", 'l');
     buttonDone_ = button(this, "buttonDone", "Done", 'd');
     buttonCancel_ = button(this, "buttonCancel", "Cancel", 'c');
-    for (QPushButton* push : {buttonAdd_, buttonUpdate_, buttonEdit_, buttonRemove_, buttonRemoveAll_})
+    for (QPushButton* push :
+         {buttonAdd_, buttonUpdate_, buttonEdit_, buttonRemove_, buttonRemoveAll_})
         push->setEnabled(false);
     // Enter in the keywords closes as Done does, which says so when text
     // typed there is not stored yet.
@@ -84,23 +76,14 @@ void ExtraDescsDialog::buildLayout() {
     body->addWidget(listFrame);
     body->addLayout(fields, 1);
 
-    auto* commands = new QHBoxLayout;
-    for (QPushButton* push :
-         {buttonAdd_, buttonUpdate_, buttonEdit_, buttonRemove_, buttonRemoveAll_, buttonClearAll_})
-        commands->addWidget(push);
-    commands->addStretch();
-    commands->addWidget(buttonCancel_);
-    commands->addWidget(buttonDone_);
-
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(body, 1);
-    layout->addLayout(commands);
+    layout->addLayout(ui::commandRow(
+        {buttonAdd_, buttonUpdate_, buttonEdit_, buttonRemove_, buttonRemoveAll_, buttonClearAll_},
+        {buttonCancel_, buttonDone_}));
 
-    const QList<QWidget*> chain{textKeywords_, textDesc_,     listExtraDescs_, buttonAdd_,
-                                buttonUpdate_, buttonEdit_,   buttonRemove_,   buttonRemoveAll_,
-                                buttonClearAll_, buttonCancel_, buttonDone_};
-    for (qsizetype i = 0; i + 1 < chain.size(); ++i)
-        setTabOrder(chain[i], chain[i + 1]);
+    ui::tabChain({textKeywords_, textDesc_, listExtraDescs_, buttonAdd_, buttonUpdate_, buttonEdit_,
+                  buttonRemove_, buttonRemoveAll_, buttonClearAll_, buttonCancel_, buttonDone_});
 }
 
 void ExtraDescsDialog::connectHandlers() {
@@ -112,22 +95,13 @@ void ExtraDescsDialog::connectHandlers() {
             &ExtraDescsDialog::onListClicked);
     connect(listExtraDescs_, &QListWidget::itemClicked, this, &ExtraDescsDialog::onListClicked);
     connect(listExtraDescs_, &QListWidget::itemDoubleClicked, this, &ExtraDescsDialog::onEdit);
-    // Enter on a line edits it, as a double click does.
-    for (int key : {Qt::Key_Return, Qt::Key_Enter})
-        connect(new QShortcut(QKeySequence(key), listExtraDescs_, nullptr, nullptr,
-                              Qt::WidgetShortcut),
-                &QShortcut::activated, this, [this] {
-                    // Enter edits the line the cursor is on.
-                    if (listExtraDescs_->selectedItems().isEmpty() && listExtraDescs_->currentItem())
-                        listExtraDescs_->currentItem()->setSelected(true);
-                    onEdit();
-                });
+    ui::editOnEnter(listExtraDescs_, [this] { onEdit(); });
     connect(buttonAdd_, &QPushButton::clicked, this, &ExtraDescsDialog::onAdd);
     connect(buttonUpdate_, &QPushButton::clicked, this, &ExtraDescsDialog::onUpdate);
     connect(buttonEdit_, &QPushButton::clicked, this, &ExtraDescsDialog::onEdit);
     connect(buttonRemove_, &QPushButton::clicked, this, &ExtraDescsDialog::onRemove);
     connect(buttonRemoveAll_, &QPushButton::clicked, this, &ExtraDescsDialog::onRemoveAll);
-    connect(buttonClearAll_, &QPushButton::clicked, this, &ExtraDescsDialog::onClearAll);
+    connect(buttonClearAll_, &QPushButton::clicked, this, [this] { onClearAll(textKeywords_); });
     connect(buttonDone_, &QPushButton::clicked, this, &ExtraDescsDialog::onDone);
     connect(buttonCancel_, &QPushButton::clicked, this, &ExtraDescsDialog::onCancel);
 }
@@ -208,7 +182,7 @@ void ExtraDescsDialog::onAdd() {
 void ExtraDescsDialog::onUpdate() {
     const int line = selectedLine();
     if (line < 0 || textKeywords_->text().isEmpty())
-        return;  // no pair chosen: nothing is stored
+        return; // no pair chosen: nothing is stored
     setPair(line, {toBytes(textKeywords_->text()), fromWidgetText(textDesc_->toPlainText())});
     listExtraDescs_->item(line)->setText(textKeywords_->text());
     editing_ = false;
@@ -260,52 +234,15 @@ void ExtraDescsDialog::ClearAll() {
     textDesc_->clear();
 }
 
-void ExtraDescsDialog::onClearAll() {
-    if (!prompts_.ask(QStringLiteral("Really Clear This Form?"), QStringLiteral("Confirm Clear")))
-        return;
-    changed_ = true;
-    ClearAll();
-    textKeywords_->setFocus();
-}
-
 void ExtraDescsDialog::onDone() {
     if (!changed_) {
         finish();
         return;
     }
-    prompts_.tell(twoLines(kPendingLine, QStringLiteral("Either Add/Update or Use Cancel.")),
-                  kPendingTitle);
+    prompts_.tell(twoLines(notSavedLine(), QStringLiteral("Either Add/Update or Use Cancel.")),
+                  notSavedTitle());
     if (variant_.hasChangedWhenPending && variant_.hasChanged)
         variant_.hasChanged();
-}
-
-void ExtraDescsDialog::onCancel() {
-    if (changed_ && !prompts_.ask(twoLines(kPendingLine, QStringLiteral("Cancel Anyway?")),
-                                  kPendingTitle))
-        return;
-    finish();
-}
-
-void ExtraDescsDialog::reject() { onCancel(); }
-
-void ExtraDescsDialog::finish() {
-    closing_ = true;
-    close();
-}
-
-void ExtraDescsDialog::closeEvent(QCloseEvent* event) {
-    // The frame's close button acts as Cancel.
-    if (!closing_ && changed_ &&
-        !prompts_.ask(twoLines(kPendingLine, QStringLiteral("Cancel Anyway?")), kPendingTitle)) {
-        event->ignore();
-        return;
-    }
-    closing_ = true;
-    event->accept();
-    if (owner_) {
-        owner_->setEnabled(true);
-        owner_->activateWindow();
-    }
 }
 
 } // namespace marl

@@ -5,11 +5,10 @@
 // pairs directly: Add, Update, Remove and Remove All change the table at once;
 // Done and Cancel only decide about text typed but not yet stored.
 
-#include <QDialog>
-#include <QPointer>
 #include <functional>
 #include <span>
 
+#include "dialogs/owned_dialog.h"
 #include "world/record_table.h"
 
 class QListWidget;
@@ -22,8 +21,8 @@ class Prompts;
 class TildeTextEdit;
 
 struct ExtraDescsVariant {
-    QString formName;      // formRoomExtraDescs, formObjectExtraDescs
-    QString frameCaption;  // "Room Extra Descriptions", "Object Extra Descriptions"
+    QString formName;     // formRoomExtraDescs, formObjectExtraDescs
+    QString frameCaption; // "Room Extra Descriptions", "Object Extra Descriptions"
     // The 128 pair slots of the record in a slot of the editor's table.
     std::function<std::span<ExtraDesc>(int record)> pairs;
     // The owning editor's HasChanged.
@@ -32,7 +31,7 @@ struct ExtraDescsVariant {
     bool hasChangedWhenPending = false;
 };
 
-class ExtraDescsDialog : public QDialog {
+class ExtraDescsDialog : public OwnedDialog {
     Q_OBJECT
 public:
     // `owner` is the editor window: disabled by its opener while the dialog
@@ -40,16 +39,10 @@ public:
     ExtraDescsDialog(ExtraDescsVariant variant, QWidget* owner, Prompts& prompts);
 
     void SetupForm(int recordIndex);
-    void ClearAll();
+    void ClearAll() override;
 
-    bool changed() const { return changed_; }
     bool editing() const { return editing_; }
     int count() const { return count_; }
-    // Escape acts as Cancel.
-    void reject() override;
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     void buildLayout();
@@ -64,17 +57,10 @@ private:
     void onUpdate();
     void onRemove();
     void onRemoveAll();
-    void onClearAll();
     void onDone();
-    void onCancel();
-    void finish();
 
     ExtraDescsVariant variant_;
-    QPointer<QWidget> owner_;
-    Prompts& prompts_;
-    bool changed_ = false;
     bool editing_ = false;
-    bool closing_ = false;
     bool listing_ = false;
     int recordIndex_ = 0;
     int count_ = 0;

@@ -14,6 +14,7 @@
 #include "shell/prompts.h"
 #include "world/numeric_rule.h"
 #include "world/qt_text.h"
+#include "world/qt_widgets.h"
 
 namespace marl {
 
@@ -37,7 +38,9 @@ FormRoom::~FormRoom() {
     delete dialog_.data();
 }
 
-QString FormRoom::vnumText() const { return textVNum_->text(); }
+QString FormRoom::vnumText() const {
+    return textVNum_->text();
+}
 
 void FormRoom::connectHandlers() {
     connect(textVNum_, &QLineEdit::textChanged, this, &FormRoom::onVNumOrNameChanged);
@@ -71,15 +74,7 @@ void FormRoom::connectHandlers() {
     connect(listRoomSelect_, &QListWidget::itemSelectionChanged, this, &FormRoom::onListClicked);
     connect(listRoomSelect_, &QListWidget::itemClicked, this, &FormRoom::onListClicked);
     connect(listRoomSelect_, &QListWidget::itemDoubleClicked, this, &FormRoom::onEdit);
-    for (int key : {Qt::Key_Return, Qt::Key_Enter})
-        connect(new QShortcut(QKeySequence(key), listRoomSelect_, nullptr, nullptr,
-                              Qt::WidgetShortcut),
-                &QShortcut::activated, this, [this] {
-                    // Enter edits the line the cursor is on.
-                    if (listRoomSelect_->selectedItems().isEmpty() && listRoomSelect_->currentItem())
-                        listRoomSelect_->currentItem()->setSelected(true);
-                    onEdit();
-                });
+    ui::editOnEnter(listRoomSelect_, [this] { onEdit(); });
 
     connect(buttonNew_, &QPushButton::clicked, this, &FormRoom::onNew);
     connect(buttonSave_, &QPushButton::clicked, this, &FormRoom::SaveRooms);
@@ -248,7 +243,7 @@ void FormRoom::onDestinationChanged(int slot) {
     HasChanged();
     QLineEdit* field = exitFields_[slot];
     exitButtons_[slot]->setEnabled(exitChecks_[slot]->isChecked() && !field->text().isEmpty());
-    clampToRange(field, -1, 99999);  // a replacement runs this handler again
+    clampToRange(field, -1, 99999); // a replacement runs this handler again
 }
 
 void FormRoom::onDestinationEdited(int slot) {
@@ -263,8 +258,9 @@ void FormRoom::onDestinationEdited(int slot) {
 void FormRoom::onNew() {
     if (!isEnabled())
         return;
-    if (changed_ && !host_.prompts().ask(twoLines(kNotSavedLine, QStringLiteral("Discard Changes?")),
-                                         kNotSavedTitle))
+    if (changed_ &&
+        !host_.prompts().ask(twoLines(kNotSavedLine, QStringLiteral("Discard Changes?")),
+                             kNotSavedTitle))
         return;
     if (recordCount_ >= kMaxRecordsForNew) {
         host_.prompts().tell(QStringLiteral("Zone Already Contains 99 Rooms"));
@@ -280,7 +276,7 @@ void FormRoom::onNew() {
 void FormRoom::onEdit() {
     const QList<QListWidgetItem*> selected = listRoomSelect_->selectedItems();
     if (selected.size() != 1)
-        return;  // nothing chosen: nothing to show
+        return; // nothing chosen: nothing to show
     LoadRoom(listRoomSelect_->row(selected.first()));
 }
 

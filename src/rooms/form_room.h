@@ -63,7 +63,9 @@ public:
     bool changed() const { return changed_; }
     QString vnumText() const;
     // The dialog that the window waits for, if one is open.
-    QWidget* openDialog() const { return dialog_ && dialog_->isVisible() ? dialog_.data() : nullptr; }
+    QWidget* openDialog() const {
+        return dialog_ && dialog_->isVisible() ? dialog_.data() : nullptr;
+    }
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -1,7 +1,6 @@
 #include "rooms/form_room_door.h"
 
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -15,11 +14,11 @@
 #include <optional>
 
 #include "rooms/form_room.h"
-#include "world/qt_widgets.h"
 #include "rooms/room_record.h"
 #include "shell/prompts.h"
 #include "world/numeric_rule.h"
 #include "world/qt_text.h"
+#include "world/qt_widgets.h"
 
 namespace marl {
 
@@ -40,9 +39,9 @@ std::optional<std::int32_t> valueOf(const QLineEdit* field) {
 
 using namespace ui;
 
-FormRoomDoor::FormRoomDoor(FormRoom& room, Prompts& prompts) : room_(&room), prompts_(prompts) {
+FormRoomDoor::FormRoomDoor(FormRoom& room, Prompts& prompts)
+    : OwnedDialog(&room, prompts, QStringLiteral("Door")), room_(&room) {
     setObjectName(QStringLiteral("formRoomDoor"));
-    setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Door Properties"));
     buildLayout();
     connectHandlers();
@@ -67,7 +66,8 @@ void FormRoomDoor::buildLayout() {
     textToVNum_ = named(new QLineEdit(exitFrame), "textToVNum");
     makeNumeric(textToVNum_, true, 0);
     textToVNum_->setFixedWidth(widthForColumns(textToVNum_, 7));
-    checkNowhere_ = named(new AccessCheckBox(QStringLiteral("Nowhere"), u'w', exitFrame), "checkNowhere");
+    checkNowhere_ =
+        named(new AccessCheckBox(QStringLiteral("Nowhere"), u'w', exitFrame), "checkNowhere");
     auto* exitLayout = new QHBoxLayout(exitFrame);
     exitLayout->addWidget(textFromVNum_);
     exitLayout->addWidget(textDirection_);
@@ -77,10 +77,12 @@ void FormRoomDoor::buildLayout() {
     exitLayout->addStretch();
 
     auto* doorFrame = frame(this, "frameDoorFlag", "Door Flag");
-    optionNormal_ = named(new AccessRadioButton(QStringLiteral("Normal"), u'n', doorFrame), "optionNormal");
-    optionDoor_ = named(new AccessRadioButton(QStringLiteral("Door"), u'o', doorFrame), "optionDoor");
-    optionPickProof_ =
-        named(new AccessRadioButton(QStringLiteral("PickProof"), u'p', doorFrame), "optionPickProof");
+    optionNormal_ =
+        named(new AccessRadioButton(QStringLiteral("Normal"), u'n', doorFrame), "optionNormal");
+    optionDoor_ =
+        named(new AccessRadioButton(QStringLiteral("Door"), u'o', doorFrame), "optionDoor");
+    optionPickProof_ = named(new AccessRadioButton(QStringLiteral("PickProof"), u'p', doorFrame),
+                             "optionPickProof");
     optionNormal_->setChecked(true);
     auto* doorLayout = new QHBoxLayout(doorFrame);
     doorLayout->addWidget(optionNormal_);
@@ -122,31 +124,23 @@ void FormRoomDoor::buildLayout() {
     auto* doorAndKey = new QHBoxLayout;
     doorAndKey->addWidget(doorFrame);
     doorAndKey->addWidget(keyFrame, 1);
-    auto* commands = new QHBoxLayout;
-    commands->addWidget(buttonClearAll_);
-    commands->addStretch();
-    commands->addWidget(buttonCancel_);
-    commands->addWidget(buttonDone_);
-
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(exitFrame);
     layout->addLayout(doorAndKey);
     layout->addWidget(keywordFrame);
     layout->addWidget(descFrame, 1);
-    layout->addLayout(commands);
+    layout->addLayout(commandRow({buttonClearAll_}, {buttonCancel_, buttonDone_}));
 
-    const QList<QWidget*> chain{textToVNum_, checkNowhere_, optionNormal_, optionDoor_,
-                                optionPickProof_, textKeyVNum_, checkNoKey_, textKeywords_,
-                                textDesc_, buttonClearAll_, buttonCancel_, buttonDone_};
-    for (qsizetype i = 0; i + 1 < chain.size(); ++i)
-        setTabOrder(chain[i], chain[i + 1]);
+    tabChain({textToVNum_, checkNowhere_, optionNormal_, optionDoor_, optionPickProof_,
+              textKeyVNum_, checkNoKey_, textKeywords_, textDesc_, buttonClearAll_, buttonCancel_,
+              buttonDone_});
 }
 
 void FormRoomDoor::connectHandlers() {
     for (QLineEdit* field : {textToVNum_, textKeyVNum_})
         connect(field, &QLineEdit::textChanged, this, [this, field] {
             changed_ = true;
-            clampToRange(field, kMinVNum, kMaxVNum);  // a replacement comes back here
+            clampToRange(field, kMinVNum, kMaxVNum); // a replacement comes back here
         });
     connect(checkNowhere_, &QCheckBox::toggled, this, [this](bool checked) {
         onRememberingBox(textToVNum_, &ExitRecord::RememberedTo, checked);
@@ -170,11 +164,12 @@ void FormRoomDoor::connectHandlers() {
     connect(textDesc_, &QPlainTextEdit::textChanged, this, [this] { changed_ = true; });
     connect(buttonDone_, &QPushButton::clicked, this, &FormRoomDoor::onDone);
     connect(buttonCancel_, &QPushButton::clicked, this, &FormRoomDoor::onCancel);
-    connect(buttonClearAll_, &QPushButton::clicked, this, &FormRoomDoor::onClearAll);
+    connect(buttonClearAll_, &QPushButton::clicked, this, [this] { onClearAll(textKeywords_); });
 }
 
 ExitRecord& FormRoomDoor::exit() {
-    return roomTable()[static_cast<std::size_t>(roomSlot_)].Exits[static_cast<std::size_t>(exitSlot_)];
+    return roomTable()[static_cast<std::size_t>(roomSlot_)]
+        .Exits[static_cast<std::size_t>(exitSlot_)];
 }
 
 void FormRoomDoor::SetupForm(int roomSlot, int exitSlot, const QString& direction,
@@ -195,10 +190,17 @@ void FormRoomDoor::SetupForm(int roomSlot, int exitSlot, const QString& directio
 
     const ExitRecord& current = exit();
     switch (current.DoorKind) {
-    case 0: optionNormal_->setChecked(true); break;
-    case 1: optionDoor_->setChecked(true); break;
-    case 2: optionPickProof_->setChecked(true); break;
-    default: break;  // an unknown kind leaves Normal selected
+    case 0:
+        optionNormal_->setChecked(true);
+        break;
+    case 1:
+        optionDoor_->setChecked(true);
+        break;
+    case 2:
+        optionPickProof_->setChecked(true);
+        break;
+    default:
+        break; // an unknown kind leaves Normal selected
     }
 
     textKeyVNum_->setText(QString::number(current.KeyVNum));
@@ -251,7 +253,7 @@ void FormRoomDoor::onDone() {
         if (!to) {
             prompts_.tell(twoLines(QStringLiteral("ToVNum Must Be a Number"),
                                    QStringLiteral("To Open This Exit")),
-                          QStringLiteral("Door Not Saved"));
+                          notSavedTitle());
             textToVNum_->setFocus();
             return;
         }
@@ -259,7 +261,7 @@ void FormRoomDoor::onDone() {
         if (doorKind_ != 0 && !key) {
             prompts_.tell(twoLines(QStringLiteral("Key VNum Must Be a Number"),
                                    QStringLiteral("Or Check No Key")),
-                          QStringLiteral("Door Not Saved"));
+                          notSavedTitle());
             textKeyVNum_->setFocus();
             return;
         }
@@ -281,24 +283,6 @@ void FormRoomDoor::onDone() {
     finish();
 }
 
-void FormRoomDoor::onCancel() {
-    if (changed_ && !prompts_.ask(twoLines(QStringLiteral("Changes to Door Not Saved."),
-                                           QStringLiteral("Cancel Anyway?")),
-                                  QStringLiteral("Door Not Saved")))
-        return;
-    finish();
-}
-
-void FormRoomDoor::reject() { onCancel(); }
-
-void FormRoomDoor::onClearAll() {
-    if (!prompts_.ask(QStringLiteral("Really Clear This Form?"), QStringLiteral("Confirm Clear")))
-        return;
-    changed_ = true;
-    ClearAll();
-    textKeywords_->setFocus();
-}
-
 void FormRoomDoor::ClearAll() {
     textToVNum_->setText(openedDestination_);
     checkNowhere_->setChecked(false);
@@ -311,28 +295,6 @@ void FormRoomDoor::ClearAll() {
     checkNoKey_->setEnabled(false);
     textKeywords_->clear();
     textDesc_->clear();
-}
-
-void FormRoomDoor::finish() {
-    closing_ = true;
-    close();
-}
-
-void FormRoomDoor::closeEvent(QCloseEvent* event) {
-    // The frame's close button acts as Cancel.
-    if (!closing_ && changed_ &&
-        !prompts_.ask(twoLines(QStringLiteral("Changes to Door Not Saved."),
-                               QStringLiteral("Cancel Anyway?")),
-                      QStringLiteral("Door Not Saved"))) {
-        event->ignore();
-        return;
-    }
-    closing_ = true;
-    event->accept();
-    if (room_) {
-        room_->setEnabled(true);
-        room_->activateWindow();
-    }
 }
 
 } // namespace marl

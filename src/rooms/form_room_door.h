@@ -4,9 +4,10 @@
 // exit from the room table and writes it back on Done; the room editor waits,
 // disabled, until it closes.
 
-#include <QDialog>
 #include <QPointer>
 #include <cstdint>
+
+#include "dialogs/owned_dialog.h"
 
 class QCheckBox;
 class QLineEdit;
@@ -20,7 +21,7 @@ class Prompts;
 class TildeTextEdit;
 struct ExitRecord;
 
-class FormRoomDoor : public QDialog {
+class FormRoomDoor : public OwnedDialog {
     Q_OBJECT
 public:
     FormRoomDoor(FormRoom& room, Prompts& prompts);
@@ -29,14 +30,7 @@ public:
     // exit's check box and the text of its destination field.
     void SetupForm(int roomSlot, int exitSlot, const QString& direction,
                    const QString& destination);
-    void ClearAll();
-
-    bool changed() const { return changed_; }
-    // Escape acts as Cancel.
-    void reject() override;
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
+    void ClearAll() override;
 
 private:
     void buildLayout();
@@ -45,14 +39,8 @@ private:
     void onDoorKind(int kind);
     void onRememberingBox(QLineEdit* field, std::int32_t ExitRecord::*remembered, bool checked);
     void onDone();
-    void onCancel();
-    void onClearAll();
-    void finish();
 
     QPointer<FormRoom> room_;
-    Prompts& prompts_;
-    bool changed_ = false;
-    bool closing_ = false;
     int roomSlot_ = 0;
     int exitSlot_ = 0;
     std::int16_t doorKind_ = 0;

@@ -15,8 +15,8 @@
 #include <QVBoxLayout>
 
 #include "rooms/form_room.h"
-#include "world/qt_widgets.h"
 #include "world/qt_text.h"
+#include "world/qt_widgets.h"
 
 namespace marl {
 
@@ -93,10 +93,11 @@ void FormRoom::buildLayout() {
         field->setFixedWidth(widthForColumns(field, 7));
         field->setEnabled(false);
         auto* door = button(exitsFrame, def.button, "D");
-        door->setFixedWidth(QFontMetrics(door->font()).horizontalAdvance(QStringLiteral("DD")) + 16);
+        door->setFixedWidth(QFontMetrics(door->font()).horizontalAdvance(QStringLiteral("DD")) +
+                            16);
         door->setEnabled(false);
-        door->setToolTip(QStringLiteral("Door properties of the %1 exit")
-                             .arg(QString::fromLatin1(def.caption)));
+        door->setToolTip(
+            QStringLiteral("Door properties of the %1 exit").arg(QString::fromLatin1(def.caption)));
         exitChecks_[def.slot] = check;
         exitFields_[def.slot] = field;
         exitButtons_[def.slot] = door;
@@ -151,20 +152,15 @@ void FormRoom::buildLayout() {
     buttonDelete_->setEnabled(false);
     buttonNew_->setToolTip(QStringLiteral("A new room (Ctrl+N)"));
     buttonSave_->setToolTip(QStringLiteral("Store the room and write the file (Ctrl+S)"));
-    buttonEdit_->setToolTip(QStringLiteral("Show the room selected in the list (Enter in the list)"));
+    buttonEdit_->setToolTip(
+        QStringLiteral("Show the room selected in the list (Enter in the list)"));
     buttonCancel_->setToolTip(QStringLiteral("Close without saving (Esc)"));
-
-    auto* commands = new QHBoxLayout;
-    for (QPushButton* push : {buttonNew_, buttonSave_, buttonEdit_, buttonDelete_,
-                              buttonExtraDescs_, buttonClearAll_})
-        commands->addWidget(push);
-    commands->addStretch();
-    commands->addWidget(buttonCancel_);
-    commands->addWidget(buttonDone_);
 
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(body, 1);
-    layout->addLayout(commands);
+    layout->addLayout(commandRow(
+        {buttonNew_, buttonSave_, buttonEdit_, buttonDelete_, buttonExtraDescs_, buttonClearAll_},
+        {buttonCancel_, buttonDone_}));
 
     setTabOrderChain();
 }
@@ -182,8 +178,7 @@ void FormRoom::setTabOrderChain() {
         chain.append(check);
     chain << buttonClearBits_ << buttonNew_ << buttonSave_ << buttonEdit_ << buttonDelete_
           << buttonExtraDescs_ << buttonClearAll_ << buttonCancel_ << buttonDone_;
-    for (qsizetype i = 0; i + 1 < chain.size(); ++i)
-        QWidget::setTabOrder(chain[i], chain[i + 1]);
+    tabChain(chain);
 }
 
 } // namespace marl

@@ -125,11 +125,10 @@ bool FormRoom::checkNumbers() {
         QLineEdit* field = exitFields_[slot];
         if (!exitChecks_[slot]->isChecked() || field->text().isEmpty() || fieldNumber(field))
             continue;
-        host_.prompts().tell(
-            twoLines(QStringLiteral("The %1 Exit's Destination Must Be a Number.")
-                         .arg(QString::fromLatin1(kExits[slot].caption)),
-                     QStringLiteral("Correct it, then Save.")),
-            title);
+        host_.prompts().tell(twoLines(QStringLiteral("The %1 Exit's Destination Must Be a Number.")
+                                          .arg(QString::fromLatin1(kExits[slot].caption)),
+                                      QStringLiteral("Correct it, then Save.")),
+                             title);
         field->setFocus();
         return false;
     }
@@ -206,8 +205,8 @@ bool FormRoom::reloadAfterWrite(const RoomTable& written, int count) {
 }
 
 void FormRoom::tellWriteFailure(const QString& title, const QString& reason) {
-    host_.prompts().tell(twoLines(QStringLiteral("%1 could not be written:").arg(fileName()), reason),
-                         title);
+    host_.prompts().tell(
+        twoLines(QStringLiteral("%1 could not be written:").arg(fileName()), reason), title);
 }
 
 void FormRoom::onDelete() {
@@ -226,8 +225,9 @@ void FormRoom::onDelete() {
     // Every later room moves up one slot with all it holds; the last slot
     // takes the cleared slot after it.
     for (int slot = removed; slot < recordCount_; ++slot)
-        roomTable()[static_cast<std::size_t>(slot)] = roomTable()[static_cast<std::size_t>(slot) + 1];
-    fillingList_ = true;  // the program's change, not a choice in the list
+        roomTable()[static_cast<std::size_t>(slot)] =
+            roomTable()[static_cast<std::size_t>(slot) + 1];
+    fillingList_ = true; // the program's change, not a choice in the list
     delete listRoomSelect_->takeItem(removed);
     fillingList_ = false;
     --recordCount_;

@@ -1,9 +1,14 @@
 #pragma once
 // Small builders shared by the editor windows and their dialogs: named
-// frames and buttons, and widths counted in characters of a widget's font.
+// frames and buttons, the row of commands, the tab order, Enter in a list,
+// and widths counted in characters of a widget's font.
 
 #include <QFontMetrics>
 #include <QGroupBox>
+#include <QHBoxLayout>
+#include <QListWidget>
+#include <QShortcut>
+#include <functional>
 
 #include "world/qt_access_keys.h"
 
@@ -22,6 +27,38 @@ inline QPushButton* button(QWidget* parent, const char* name, const char* captio
     push->setObjectName(QString::fromLatin1(name));
     push->setAutoDefault(false);
     return push;
+}
+
+// The commands along the bottom of a window: `left` from the left edge, and
+// `right` (those that leave the window) at the right edge.
+inline QHBoxLayout* commandRow(std::initializer_list<QPushButton*> left,
+                               std::initializer_list<QPushButton*> right) {
+    auto* row = new QHBoxLayout;
+    for (QPushButton* push : left)
+        row->addWidget(push);
+    row->addStretch();
+    for (QPushButton* push : right)
+        row->addWidget(push);
+    return row;
+}
+
+// Tab moves through `chain` in its order.
+inline void tabChain(const QList<QWidget*>& chain) {
+    for (qsizetype i = 0; i + 1 < chain.size(); ++i)
+        QWidget::setTabOrder(chain[i], chain[i + 1]);
+}
+
+// Enter in `list` runs `edit` on the line the cursor is on, as a double
+// click does, choosing that line when none is selected.
+inline void editOnEnter(QListWidget* list, const std::function<void()>& edit) {
+    for (int key : {Qt::Key_Return, Qt::Key_Enter})
+        QObject::connect(
+            new QShortcut(QKeySequence(key), list, nullptr, nullptr, Qt::WidgetShortcut),
+            &QShortcut::activated, list, [list, edit] {
+                if (list->selectedItems().isEmpty() && list->currentItem())
+                    list->currentItem()->setSelected(true);
+                edit();
+            });
 }
 
 template <typename Widget> Widget* named(Widget* widget, const char* name) {
