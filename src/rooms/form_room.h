@@ -62,10 +62,6 @@ public:
     int currentIndex() const { return currentIndex_; }
     bool changed() const { return changed_; }
     QString vnumText() const;
-    // The dialog that the window waits for, if one is open.
-    QWidget* openDialog() const {
-        return dialog_ && dialog_->isVisible() ? dialog_.data() : nullptr;
-    }
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -129,6 +129,8 @@ void FormRoomTest::script_data() {
     row("frame, changes, No", small, {dirty, "no", "close", "?" + ask + stayed});
     row("frame, changes, Yes", small, {dirty, "yes", "close", "?" + ask + left});
     row("escape, changes, No", small, {dirty, "no", "textName:escape", "?" + ask + stayed});
+    row("the frame waits for an open dialog", small,
+        {"buttonExitNorth:click", "close", "?said=, closed=0, table=" + smallRooms});
 
     // Rooms 9500 "A", 9501 "B", 9500 "C" and 9503 without a name.
     const std::string twins = crlf({"#9500", "A~", "~", "95 0 0", "S", "#9501", "B~", "~",
