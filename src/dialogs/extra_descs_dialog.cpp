@@ -9,8 +9,8 @@
 #include <QVBoxLayout>
 
 #include "shell/prompts.h"
-#include "world/qt_text.h"
-#include "world/qt_widgets.h"
+#include "widgets/qt_text.h"
+#include "widgets/qt_widgets.h"
 
 namespace marl {
 

@@ -17,8 +17,8 @@
 #include "rooms/room_record.h"
 #include "shell/prompts.h"
 #include "world/numeric_rule.h"
-#include "world/qt_text.h"
-#include "world/qt_widgets.h"
+#include "widgets/qt_text.h"
+#include "widgets/qt_widgets.h"
 
 namespace marl {
 

@@ -15,8 +15,8 @@
 #include <QVBoxLayout>
 
 #include "rooms/form_room.h"
-#include "world/qt_text.h"
-#include "world/qt_widgets.h"
+#include "widgets/qt_text.h"
+#include "widgets/qt_widgets.h"
 
 namespace marl {
 

@@ -13,7 +13,7 @@
 #include "rooms/room_file.h"
 #include "shell/prompts.h"
 #include "world/numeric_rule.h"
-#include "world/qt_text.h"
+#include "widgets/qt_text.h"
 #include "world/zone.h"
 #include "world/zone_file.h"
 

@@ -28,6 +28,11 @@ struct ExitRecord {
 };
 
 struct RoomRecord {
+    // The record's bytes as the file held them, from its `#` header up to the
+    // next header, while it has not been stored from a window since it was
+    // read: a record the builder did not touch is written back byte for byte.
+    // Whatever stores into the record from a window empties it.
+    std::string Source;
     std::int32_t VNum = 0;
     std::string Name;
     std::string Desc;

@@ -10,7 +10,7 @@
 
 #include "shell/file_chooser.h"
 #include "shell/prompts.h"
-#include "world/qt_text.h"
+#include "widgets/qt_text.h"
 #include "world/zone.h"
 
 namespace marl {

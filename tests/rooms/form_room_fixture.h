@@ -19,7 +19,7 @@
 #include "rooms/form_room.h"
 #include "rooms/room_file.h"
 #include "test_support.h"
-#include "world/qt_text.h"
+#include "widgets/qt_text.h"
 
 namespace marl::test {
 

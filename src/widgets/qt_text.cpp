@@ -1,4 +1,4 @@
-#include "world/qt_text.h"
+#include "widgets/qt_text.h"
 
 #include <QLineEdit>
 #include <QKeyEvent>

@@ -10,7 +10,7 @@
 #include <QShortcut>
 #include <functional>
 
-#include "world/qt_access_keys.h"
+#include "widgets/qt_access_keys.h"
 
 namespace marl::ui {
 
