@@ -113,8 +113,8 @@ bool load(const fs::path& path, ZoneFile& file) {
             break;
         }
     } catch (const FormatError& error) {
-        std::fprintf(stderr, "marl-bench: %s:%d: expected %s\n", file.name.c_str(), error.line(),
-                     error.expected().c_str());
+        std::fprintf(stderr, "marl-bench: %s:%d: %s\n", file.name.c_str(), error.line(),
+                     error.problem().c_str());
         return false;
     }
     return true;

@@ -2,6 +2,12 @@
 
 namespace marl {
 
+void refuseCrOnlyLineEnds(std::string_view bytes) {
+    if (bytes.find('\n') == std::string_view::npos && bytes.find('\r') != std::string_view::npos)
+        throw FormatError::refused(1, "the line ends are not understood: lines end in CR alone "
+                                      "(an old Mac file); save it with LF or CR LF line ends");
+}
+
 void readExtraDesc(TextReader& in, ExtraDescList& list, int& used, std::string_view owner) {
     if (used == kExtraDescSlots)
         throw FormatError(in.lastLineNumber(),

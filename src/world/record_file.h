@@ -14,6 +14,11 @@
 
 namespace marl {
 
+// Lines ended by CR alone (old Mac files) would read as one long line: such
+// a file is refused at line 1 with what is wrong, not with what the first
+// header should have been.
+void refuseCrOnlyLineEnds(std::string_view bytes);
+
 // Reads every record of a file into a cleared table, slot 0 upward, and
 // returns how many were read.  `body(in, record, line)` reads what follows
 // a header and leaves in `line` the line after the record: the next header,
@@ -23,6 +28,7 @@ namespace marl {
 template <typename Table, typename Body>
 int readRecords(std::string_view bytes, Table& table, std::string_view header,
                 std::string_view next, Body body) {
+    refuseCrOnlyLineEnds(bytes);
     TextReader in(bytes);
     table.lineEnd = in.lineEnd();
     std::string line = in.readLine(header);

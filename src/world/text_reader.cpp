@@ -5,8 +5,16 @@
 namespace marl {
 
 FormatError::FormatError(int line, std::string expected)
-    : std::runtime_error("line " + std::to_string(line) + ": expected " + expected), line_(line),
-      expected_(std::move(expected)) {}
+    : FormatError(line, std::move(expected), false) {}
+
+FormatError::FormatError(int line, std::string text, bool refused)
+    : std::runtime_error("line " + std::to_string(line) + ": " + (refused ? "" : "expected ") +
+                         text),
+      line_(line), expected_(std::move(text)), refused_(refused) {}
+
+FormatError FormatError::refused(int line, std::string problem) {
+    return FormatError(line, std::move(problem), true);
+}
 
 TextReader::TextReader(std::string_view data) : data_(data) {
     const std::size_t lf = data_.find('\n');
@@ -167,9 +175,32 @@ std::int32_t parseHeader(std::string_view line, int lineNumber, std::string_view
     const std::size_t hash = line.find('#');
     if (hash == std::string_view::npos)
         throw FormatError(lineNumber, std::string(what));
-    std::string_view number = line.substr(hash + 1);
-    number = number.substr(0, number.find('#'));
-    return toInt32(trimRight(number), lineNumber, what);
+    // The server scans `#%d`: blanks, one optional sign, digits; whatever
+    // follows the digits is not looked at.
+    std::string_view rest = line.substr(hash + 1);
+    std::size_t i = 0;
+    while (i < rest.size() && (rest[i] == ' ' || rest[i] == '\t'))
+        ++i;
+    const std::size_t start = i;
+    const bool negative = i < rest.size() && rest[i] == '-';
+    if (i < rest.size() && (rest[i] == '-' || rest[i] == '+'))
+        ++i;
+    const std::size_t digits = i;
+    while (i < rest.size() && rest[i] >= '0' && rest[i] <= '9')
+        ++i;
+    // The number as the line has it, for the messages.
+    const std::string written(rest.substr(start, rest.find_first_of(" \t", start) - start));
+    if (i == digits) {
+        if (digits > start && i < rest.size() && (rest[i] == '-' || rest[i] == '+'))
+            throw FormatError::refused(lineNumber, written + ": two signs before a vnum");
+        throw FormatError(lineNumber, std::string(what));
+    }
+    std::int64_t value = 0;
+    if (!parseInt(rest.substr(digits, i - digits), 0, INT32_MAX, value))
+        throw FormatError::refused(lineNumber, written + ": too large for a vnum");
+    if (negative && value != 0)
+        throw FormatError::refused(lineNumber, written + ": a vnum cannot be negative");
+    return static_cast<std::int32_t>(value);
 }
 
 } // namespace marl

@@ -19,12 +19,21 @@ inline constexpr std::string_view kCrLf = "\r\n";
 class FormatError : public std::runtime_error {
 public:
     FormatError(int line, std::string expected);
+    // A line that has the expected shape but says what the server refuses:
+    // `problem` says what is wrong ("3099999999999: too large for a vnum").
+    static FormatError refused(int line, std::string problem);
+
     int line() const { return line_; }
     const std::string& expected() const { return expected_; }
+    // "expected ..." or what is wrong with the line.
+    std::string problem() const { return refused_ ? expected_ : "expected " + expected_; }
 
 private:
+    FormatError(int line, std::string text, bool refused);
+
     int line_;
     std::string expected_;
+    bool refused_ = false;
 };
 
 class TextReader {
@@ -113,7 +122,10 @@ private:
     std::vector<std::string_view> fields_;
 };
 
-// `#<vnum>`: the number after the first `#`, up to a second `#` or the end.
+// `#<vnum>`: the number after the first `#`, read as the server reads it:
+// blanks may stand before it and any text after its digits.  What the server
+// refuses is refused: a negative vnum, two signs (`#+-3099`), a number beyond
+// what its vnum holds.
 std::int32_t parseHeader(std::string_view line, int lineNumber, std::string_view what);
 
 // Any line holding a `$` ends a file.
