@@ -1,121 +1,107 @@
 #include "world/zone_file.h"
 
+#include <atomic>
 #include <cerrno>
 #include <cstring>
-#include <fstream>
-#include <system_error>
+
+#include "world/platform_file.h"
+
+namespace fs = std::filesystem;
 
 namespace marl {
 
-namespace {
+namespace platform {
 
 std::string reason(int error) {
     return error != 0 ? std::string(std::strerror(error)) : std::string("unknown error");
 }
 
+std::string notRegularFile(fs::file_type type) {
+    switch (type) {
+    case fs::file_type::directory:
+        return reason(EISDIR);
+    case fs::file_type::fifo:
+        return "not a regular file but a named pipe (FIFO)";
+    case fs::file_type::block:
+    case fs::file_type::character:
+        return "not a regular file but a device";
+    case fs::file_type::socket:
+        return "not a regular file but a socket";
+    default:
+        return "not a regular file";
+    }
+}
+
+namespace {
+std::atomic<SaveFault> saveFault{nullptr};
 } // namespace
 
-bool readZoneFile(const std::filesystem::path& path, std::string& bytes, std::string& error) {
-    std::error_code ec;
-    if (std::filesystem::is_directory(path, ec)) {
-        error = reason(EISDIR);
-        return false;
-    }
-    errno = 0;
-    std::ifstream in(path, std::ios::binary);
-    if (!in) {
-        error = reason(errno);
-        return false;
-    }
-    in.seekg(0, std::ios::end);
-    const std::streamoff size = in.tellg();
-    in.seekg(0, std::ios::beg);
-    bytes.assign(size > 0 ? static_cast<std::size_t>(size) : 0, '\0');
-    if (size > 0 && !in.read(bytes.data(), size)) {
-        error = reason(errno);
-        return false;
-    }
-    return true;
+int injectedFault(SaveStep step) {
+    const SaveFault fault = saveFault.load();
+    return fault ? fault(step) : 0;
+}
+
+} // namespace platform
+
+void setSaveFault(SaveFault fault) {
+    platform::saveFault.store(fault);
+}
+
+bool readZoneFile(const fs::path& path, std::string& bytes, std::string& error) {
+    return platform::readRegularFile(path, bytes, error);
 }
 
 namespace {
 
-// A file that may not be written is not replaced.  Replacing goes through
-// the directory, which would let a read-only file be swapped for a new one:
-// so a file marked read-only (no write permission for anyone, as the
-// platform's read-only attribute shows) is refused, and one the system would
-// not open for writing is refused with the system's reason.
-bool mayReplace(const std::filesystem::path& path, std::string& error) {
-    std::error_code ec;
-    const auto status = std::filesystem::status(path, ec);
-    if (ec || !std::filesystem::exists(status))
-        return true;
-    constexpr auto anyWrite = std::filesystem::perms::owner_write |
-                              std::filesystem::perms::group_write |
-                              std::filesystem::perms::others_write;
-    if ((status.permissions() & anyWrite) == std::filesystem::perms::none) {
-        error = reason(EACCES);
-        return false;
-    }
-    errno = 0;
-    std::ofstream probe(path, std::ios::binary | std::ios::app); // opens, writes nothing
-    if (!probe) {
-        error = reason(errno);
-        return false;
-    }
-    return true;
-}
-
-} // namespace
-
-bool writeZoneFile(const std::filesystem::path& requested, std::string_view bytes,
-                   std::string& error) {
-    std::error_code ec;
-    // Through a link, the file it names is replaced and the link stays.
-    std::filesystem::path path = requested;
-    if (std::filesystem::is_symlink(std::filesystem::symlink_status(requested, ec))) {
-        path = std::filesystem::weakly_canonical(requested, ec);
+// The file a path names in the end: links are followed one by one, each
+// relative one from its own folder, also to a name where nothing is yet.
+bool followLinks(const fs::path& requested, fs::path& target, std::string& error) {
+    constexpr int kMaxLinks = 40; // as many as the system itself follows
+    target = requested;
+    for (int hop = 0; hop <= kMaxLinks; ++hop) {
+        std::error_code ec;
+        if (!fs::is_symlink(fs::symlink_status(target, ec)))
+            return true;
+        const fs::path next = fs::read_symlink(target, ec);
         if (ec) {
             error = ec.message();
             return false;
         }
+        target = next.is_absolute() ? next : target.parent_path() / next;
     }
-    if (!mayReplace(path, error))
+    error = platform::reason(ELOOP);
+    return false;
+}
+
+} // namespace
+
+bool writeZoneFile(const fs::path& requested, std::string_view bytes, std::string& error) {
+    fs::path target;
+    if (!followLinks(requested, target, error))
         return false;
-    std::filesystem::path temp = path;
-    temp += ".marl-new";
-    {
-        errno = 0;
-        std::ofstream out(temp, std::ios::binary | std::ios::trunc);
-        if (!out) {
-            error = reason(errno);
-            return false;
-        }
-        out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        out.close();
-        if (!out) {
-            error = reason(errno);
-            std::filesystem::remove(temp, ec);
-            return false;
-        }
-    }
-    if (!syncFile(temp)) {
-        error = reason(errno);
-        std::filesystem::remove(temp, ec);
-        return false;
-    }
-    // Keep the permissions the old file had.
-    const auto status = std::filesystem::status(path, ec);
-    if (!ec && std::filesystem::exists(status))
-        std::filesystem::permissions(temp, status.permissions(), ec);
-    std::filesystem::rename(temp, path, ec);
-    if (ec) {
+    std::error_code ec;
+    const fs::file_status status = fs::symlink_status(target, ec);
+    const bool exists = status.type() != fs::file_type::not_found;
+    if (ec && exists) {
         error = ec.message();
-        std::error_code ignored;
-        std::filesystem::remove(temp, ignored);
         return false;
     }
-    return true;
+    if (exists) {
+        if (!fs::is_regular_file(status)) {
+            error = platform::notRegularFile(status.type());
+            return false;
+        }
+        // Renaming goes through the folder, which would let a file marked
+        // read-only (no write permission for anyone, as the platform's
+        // read-only attribute shows) be swapped for a new one: refuse it.
+        constexpr auto anyWrite =
+            fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+        if ((status.permissions() & anyWrite) == fs::perms::none) {
+            error = platform::reason(EACCES);
+            return false;
+        }
+    }
+    return platform::replaceFile(target, exists, bytes, error);
 }
 
 } // namespace marl

@@ -11,16 +11,29 @@
 
 namespace marl {
 
-// Reads the whole file as bytes.  On failure `error` holds the system's reason.
+// Reads the whole file as bytes.  Only a regular file is read: a folder, a
+// named pipe or a device is refused at once, never waited on.  On failure
+// `error` says why (the system's reason, or what the file is instead).
 bool readZoneFile(const std::filesystem::path& path, std::string& bytes, std::string& error);
 
-// Replaces the file with `bytes` (through a link: the file it names).  A file
-// marked read-only, or one the system will not open for writing, is refused.
-// On failure the old file is as it was and `error` holds the system's reason.
+// Replaces the file with `bytes`.  The text goes to a new file in the same
+// folder, created under an unpredictable name that no existing file or link
+// can stand in for; it gets the old file's mode and, where the system lets
+// it, its owner and group; it is flushed to the disk, renamed over the old
+// file, and the folder is flushed so that the rename survives a power cut.
+// Through a link (even one naming a file not yet there) the file it names is
+// written and the link stays.  A file marked read-only, one the system will
+// not open for writing, and anything that is not a regular file are refused.
+// On failure the old file is as it was, no new file is left, and `error`
+// says why.
 bool writeZoneFile(const std::filesystem::path& path, std::string_view bytes, std::string& error);
 
-// Pushes a written file to the disk (the one place for the platform's call).
-bool syncFile(const std::filesystem::path& path);
+// Where a test can make a save fail as a failing disk would: before each
+// step the hook is asked, and a nonzero answer is the errno the step then
+// fails with (ENOSPC for a full disk, EIO for a failing flush).
+enum class SaveStep { Write, Sync, Rename };
+using SaveFault = int (*)(SaveStep step);
+void setSaveFault(SaveFault fault); // nullptr: saves run as the system lets them
 
 } // namespace marl
 
@@ -29,9 +42,9 @@ namespace marl {
 // The outcome of reading a zone file into its table.
 struct LoadOutcome {
     bool ok = false;
-    int count = 0;         // records read
-    int line = 0;          // where the reading stopped, 0 when the file could not be read at all
-    std::string problem;   // "expected ..." or the system's reason
+    int count = 0;       // records read
+    int line = 0;        // where the reading stopped, 0 when the file could not be read at all
+    std::string problem; // "expected ...", what is wrong there, or the system's reason
 };
 
 // Reads `path` into `table` with `read(bytes, table) -> count`.  The table is
@@ -50,7 +63,7 @@ LoadOutcome loadZoneTable(const std::filesystem::path& path, Table& table, Reade
     } catch (const FormatError& error) {
         table.clear();
         outcome.line = error.line();
-        outcome.problem = "expected " + error.expected();
+        outcome.problem = error.problem();
     }
     return outcome;
 }
