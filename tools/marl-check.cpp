@@ -3,10 +3,19 @@
 // would, so that a builder can check a hand-edited zone before the server
 // boots it and normalise it.
 
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
+#include <exception>
 #include <filesystem>
+#include <future>
+#include <map>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 #include "mobiles/mobile_file.h"
@@ -35,72 +44,128 @@ constexpr const char* kUsage =
     "                 The zone number comes from the file name (30.wld is zone\n"
     "                 30); a name that does not begin with a number is refused.\n"
     "                 An existing file in DIR is replaced only once the new one\n"
-    "                 is completely written.\n"
+    "                 is completely written.  Two FILEs of the same name would\n"
+    "                 overwrite each other there: they are refused.\n"
     "  --help         show this text.\n"
     "\n"
+    "Only regular files are read and written: a folder, a named pipe or a device\n"
+    "is refused, never waited on.  Many files are checked at once, one per core,\n"
+    "and reported in the order given.\n"
+    "\n"
     "Exit status: 0 when every file reads (and is written), 1 when any file is\n"
-    "refused, 2 for a usage error.\n";
+    "refused, 2 for a usage error, 3 when the report cannot be written.\n";
 
-void print(const std::string& text) {
-    std::fwrite(text.data(), 1, text.size(), stdout);
-}
+// What checking one file found: its report line and whether all went well.
+struct Result {
+    std::string line;
+    bool ok = false;
+};
 
 std::string plural(int count, std::string_view one, std::string_view many) {
     return std::to_string(count) + ' ' + std::string(count == 1 ? one : many);
 }
 
-// Reads one file with the reader of its kind and, when `rewrite` is set,
-// writes it there.  Prints one line; returns whether all went well.
+// Reads one file with the reader of its kind into a table of its own and,
+// when `rewrite` is set, writes it there.
 template <typename Table, typename Reader, typename Writer>
-bool checkFile(const std::string& shown, const fs::path& path, Table& table, Reader read,
-               Writer write, std::string_view one, std::string_view many, const fs::path* rewrite) {
-    const LoadOutcome outcome = loadZoneTable(path, table, read);
+Result checkFile(const std::string& shown, const fs::path& path, Reader read, Writer write,
+                 std::string_view one, std::string_view many, const fs::path* rewrite) {
+    const auto table = std::make_unique<Table>();
+    const LoadOutcome outcome = loadZoneTable(path, *table, read);
     if (!outcome.ok) {
         if (outcome.line > 0)
-            print(shown + ':' + std::to_string(outcome.line) + ": " + outcome.problem + '\n');
-        else
-            print(shown + ": cannot read the file: " + outcome.problem + '\n');
-        return false;
+            return {shown + ':' + std::to_string(outcome.line) + ": " + outcome.problem};
+        return {shown + ": cannot read the file: " + outcome.problem};
     }
     std::string line = shown + ": " + plural(outcome.count, one, many);
     if (rewrite) {
         const fs::path target = *rewrite / path.filename();
         std::string error;
-        if (!writeZoneFile(target, write(table, outcome.count), error)) {
-            print(line + "; cannot write " + target.string() + ": " + error + '\n');
-            return false;
-        }
+        if (!writeZoneFile(target, write(*table, outcome.count), error))
+            return {line + "; cannot write " + target.string() + ": " + error};
         line += ", written to " + target.string();
     }
-    print(line + '\n');
-    return true;
+    return {line, true};
 }
 
-bool checkOne(const std::string& shown, const fs::path* rewrite) {
+Result checkOne(const std::string& shown, const fs::path* rewrite) {
     const fs::path path(shown);
     const std::string extension = path.extension().string();
-    if (extension != ".wld" && extension != ".mob" && extension != ".obj") {
-        print(shown + ": not a zone file: the name must end in .wld, .mob or .obj\n");
-        return false;
-    }
+    if (extension != ".wld" && extension != ".mob" && extension != ".obj")
+        return {shown + ": not a zone file: the name must end in .wld, .mob or .obj"};
     const std::optional<std::int32_t> zone = zoneFromFileName(path.filename().string());
-    if (rewrite && !zone) {
-        print(shown + ": the name does not begin with a zone number (such as 30" + extension +
-              "), so it cannot be written\n");
-        return false;
-    }
+    if (rewrite && !zone)
+        return {shown + ": the name does not begin with a zone number (such as 30" + extension +
+                "), so it cannot be written"};
     if (extension == ".wld") {
         const std::int32_t zoneNumber = zone.value_or(0);
         auto write = [zoneNumber](const RoomTable& table, int count) {
             return writeRooms(table, count, zoneNumber);
         };
-        return checkFile(shown, path, roomTable(), readRooms, write, "room", "rooms", rewrite);
+        return checkFile<RoomTable>(shown, path, readRooms, write, "room", "rooms", rewrite);
     }
     if (extension == ".mob")
-        return checkFile(shown, path, mobileTable(), readMobiles, writeMobiles, "mobile", "mobiles",
-                         rewrite);
-    return checkFile(shown, path, objectTable(), readObjects, writeObjects, "object", "objects",
-                     rewrite);
+        return checkFile<MobileTable>(shown, path, readMobiles, writeMobiles, "mobile", "mobiles",
+                                      rewrite);
+    return checkFile<ObjectTable>(shown, path, readObjects, writeObjects, "object", "objects",
+                                  rewrite);
+}
+
+// Checks every file, on as many threads as there are cores, and hands each
+// result to `report` in the order of `files`, as soon as it and those before
+// it are done.
+template <typename Report>
+void checkAll(const std::vector<std::string>& files, const fs::path* rewrite, Report report) {
+    std::vector<std::promise<Result>> results(files.size());
+    std::vector<std::future<Result>> waiting;
+    for (auto& result : results)
+        waiting.push_back(result.get_future());
+    std::atomic<std::size_t> next{0};
+    auto work = [&] {
+        for (std::size_t i; (i = next++) < files.size();) {
+            try {
+                results[i].set_value(checkOne(files[i], rewrite));
+            } catch (const std::exception& error) { // out of memory for a huge file
+                results[i].set_value({files[i] + ": cannot be checked: " + error.what()});
+            }
+        }
+    };
+    const std::size_t cores = std::max(1u, std::thread::hardware_concurrency());
+    std::vector<std::thread> workers;
+    for (std::size_t i = 0; i < std::min(cores, files.size()); ++i)
+        workers.emplace_back(work);
+    for (auto& result : waiting)
+        report(result.get());
+    for (std::thread& worker : workers)
+        worker.join();
+}
+
+// Two inputs of one name would be written over each other in the --rewrite
+// folder (names compared as a case-blind file system would).
+std::string sameNames(const std::vector<std::string>& files) {
+    std::map<std::string, const std::string*> seen;
+    for (const std::string& file : files) {
+        std::string name = fs::path(file).filename().string();
+        std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) {
+            return static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+        });
+        const auto [it, added] = seen.emplace(name, &file);
+        if (!added)
+            return *it->second + " and " + file + " have the same name";
+    }
+    return {};
+}
+
+// Flushes the report; a report that did not reach its file or pipe (a full
+// disk, a closed pipe) is told on standard error.
+bool finishOutput(bool written) {
+    errno = 0;
+    if (std::fflush(stdout) == 0 && written && !std::ferror(stdout))
+        return true;
+    const int error = errno;
+    std::fprintf(stderr, "marl-check: cannot write the report: %s\n",
+                 error != 0 ? std::strerror(error) : "write error");
+    return false;
 }
 
 int usageError(const std::string& problem) {
@@ -120,7 +185,7 @@ int main(int argc, char** argv) {
             options = false;
         } else if (options && (arg == "--help" || arg == "-h")) {
             std::fputs(kUsage, stdout);
-            return 0;
+            return finishOutput(true) ? 0 : 3;
         } else if (options && arg == "--rewrite") {
             if (i + 1 >= argc)
                 return usageError("--rewrite needs a folder");
@@ -142,9 +207,16 @@ int main(int argc, char** argv) {
                               "'");
     }
 
+    if (rewrite)
+        if (const std::string same = sameNames(files); !same.empty())
+            return usageError(same + ": --rewrite would write one over the other");
+
     bool allRead = true;
-    for (const std::string& file : files)
-        allRead = checkOne(file, rewrite ? &*rewrite : nullptr) && allRead;
-    std::fflush(stdout);
-    return allRead ? 0 : 1;
+    bool written = true;
+    checkAll(files, rewrite ? &*rewrite : nullptr, [&](const Result& result) {
+        allRead = result.ok && allRead;
+        const std::string line = result.line + '\n';
+        written = std::fwrite(line.data(), 1, line.size(), stdout) == line.size() && written;
+    });
+    return finishOutput(written) ? (allRead ? 0 : 1) : 3;
 }
