@@ -2,12 +2,18 @@
 #   make run    install what is missing, build, start the editor
 #   make test   install what is missing, build, run the whole suite
 #   make asan   the suite again under the address and undefined-behaviour sanitizers
+#   make fuzz   each fuzz target for FUZZ_SECONDS (60) seconds; `make test` runs
+#               them for FUZZ_SMOKE_SECONDS (5) each as a smoke run
 
 PACKAGES := cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools libgl-dev
+# The fuzz targets are built with clang and its libFuzzer.
+test fuzz fuzz-build: PACKAGES += clang libclang-rt-dev
 SUDO := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
+FUZZ_SECONDS ?= 60
+FUZZ_SMOKE_SECONDS ?= 5
 
-.PHONY: all deps build run test asan bench clean
+.PHONY: all deps build run test asan bench fuzz fuzz-build clean
 
 all: build
 
@@ -28,16 +34,24 @@ build: deps
 run: build
 	./build/marl
 
-test: build
+test: build fuzz-build
 	ctest --preset default -j $(JOBS)
+	fuzz/run $(FUZZ_SMOKE_SECONDS)
 
 asan: deps
 	cmake --preset asan
 	cmake --build --preset asan -j $(JOBS)
 	ctest --preset asan -j $(JOBS)
 
+fuzz-build: deps
+	cmake --preset fuzz
+	cmake --build --preset fuzz -j $(JOBS)
+
+fuzz: fuzz-build
+	fuzz/run $(FUZZ_SECONDS)
+
 bench: build
 	./build/bench/marl-bench ../shared/corpus
 
 clean:
-	rm -rf build build-asan
+	rm -rf build build-asan build-fuzz
