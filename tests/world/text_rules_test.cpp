@@ -20,6 +20,9 @@ private slots:
     void range();
     void keys();
     void endLine();
+    void headers_data();
+    void headers();
+    void crOnlyLineEnds();
 };
 
 void TextRulesTest::multiLineText_data() {
@@ -141,6 +144,107 @@ void TextRulesTest::endLine() {
     for (const char* line : {"$", "$~", "#$"})
         QVERIFY2(isEndLine(line), line);
     QVERIFY(!isEndLine("#3001"));
+}
+
+namespace {
+
+// One small record of each kind after its header line, and how many lines
+// it takes with the header.
+struct KindFile {
+    const char* body;
+    int lines;
+};
+constexpr KindFile kRoomFile{"|R~|~|30 0 0|S", 5};
+constexpr KindFile kMobileFile{"|a~|b~|~|~|0 0 0 S|1 2 3 1d1+1 1d1+1|0 0|8 8 0", 9};
+constexpr KindFile kObjectFile{"|a~|b~|c~|~|1 0 a|0 0 0 0|0 0 0", 8};
+
+// What reading `file` gives: the first record's vnum, or the line and the
+// problem of the refusal.
+template <typename Kind> QString readHeader(const std::string& file, int record) {
+    auto table = std::make_unique<typename Kind::Table>();
+    try {
+        Kind::read(file, *table);
+        return QString::number((*table)[std::size_t(record)].VNum);
+    } catch (const FormatError& error) {
+        return QStringLiteral("%1: %2")
+            .arg(error.line())
+            .arg(QString::fromStdString(error.problem()));
+    }
+}
+
+// `read` ending in "expected ": what was expected differs by kind, only the
+// beginning is compared.
+void compareRead(const QString& got, const QString& read) {
+    if (read.endsWith(QStringLiteral("expected ")))
+        QVERIFY2(got.startsWith(read), qPrintable(got));
+    else
+        QCOMPARE(got, read);
+}
+
+template <typename Kind>
+void checkHeader(const KindFile& kind, const QString& header, const QString& read) {
+    const QString body = QString::fromLatin1(kind.body);
+    for (const char* eol : {"\r\n", "\n"}) {
+        // The header as the first record's, and as the second's.
+        compareRead(readHeader<Kind>(test::lines(header + body + "|$", eol), 0), read);
+        if (QTest::currentTestFailed())
+            return;
+        QString later = read;
+        if (const qsizetype colon = read.indexOf(':'); colon > 0)
+            later = QString::number(read.left(colon).toInt() + kind.lines) + read.mid(colon);
+        compareRead(readHeader<Kind>(test::lines("#7" + body + '|' + header + body + "|$", eol), 1),
+                    later);
+    }
+}
+
+} // namespace
+
+void TextRulesTest::headers_data() {
+    // A header line and what it reads as, in every kind: the vnum, or the
+    // line and why the server would not boot the file.
+    columns<QString, QString>({"header", "read"});
+    // clang-format off
+    QTest::newRow("plain") << "#3001" << "3001";
+    QTest::newRow("a plus sign") << "#+3001" << "3001";
+    QTest::newRow("blanks before and after") << "# \t3001 " << "3001";
+    QTest::newRow("text after the digits") << "#3001 old" << "3001";
+    QTest::newRow("up to a second #") << "#30#01" << "30";
+    QTest::newRow("leading zeros") << "#0003001" << "3001";
+    QTest::newRow("minus zero") << "#-0" << "0";
+    QTest::newRow("the largest vnum") << "#2147483647" << "2147483647";
+    QTest::newRow("negative") << "#-5" << "1: -5: a vnum cannot be negative";
+    QTest::newRow("negative and large") << "#-99999999999" << "1: -99999999999: too large for a vnum";
+    QTest::newRow("a sign pair") << "#+-3099" << "1: +-3099: two signs before a vnum";
+    QTest::newRow("two minus signs") << "#--3099 x" << "1: --3099: two signs before a vnum";
+    QTest::newRow("one beyond the largest") << "#2147483648" << "1: 2147483648: too large for a vnum";
+    QTest::newRow("many digits") << "#" + QString(40, '9') << "1: " + QString(40, '9') + ": too large for a vnum";
+    QTest::newRow("no digits") << "#abc" << "1: expected ";
+    QTest::newRow("a sign alone") << "#-" << "1: expected ";
+    QTest::newRow("no #") << "3001" << "1: expected ";
+    // clang-format on
+}
+
+void TextRulesTest::headers() {
+    QFETCH(QString, header);
+    QFETCH(QString, read);
+    checkHeader<test::Rooms>(kRoomFile, header, read);
+    checkHeader<test::Mobiles>(kMobileFile, header, read);
+    checkHeader<test::Objects>(kObjectFile, header, read);
+}
+
+void TextRulesTest::crOnlyLineEnds() {
+    // Lines ended by CR alone: told at line 1 that the line ends are not
+    // understood, in every kind.
+    const QString problem =
+        QStringLiteral("1: the line ends are not understood: lines end in CR alone");
+    auto file = [](const KindFile& kind) {
+        return test::lines("#1" + QString(kind.body) + "|$", "\r");
+    };
+    QVERIFY(readHeader<test::Rooms>(file(kRoomFile), 0).startsWith(problem));
+    QVERIFY(readHeader<test::Mobiles>(file(kMobileFile), 0).startsWith(problem));
+    QVERIFY(readHeader<test::Objects>(file(kObjectFile), 0).startsWith(problem));
+    // One CR alone inside a file of LF line ends is text, not a line end.
+    QCOMPARE(readHeader<test::Rooms>(test::lines("#1|R\rx~|~|30 0 0|S|$", "\n"), 0), "1");
 }
 
 QTEST_GUILESS_MAIN(TextRulesTest)
