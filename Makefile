@@ -3,7 +3,7 @@
 #   make test   install what is missing, build, run the whole suite
 #   make asan   the suite again under the address and undefined-behaviour sanitizers
 #   make fuzz   each fuzz target for FUZZ_SECONDS (60) seconds; `make test` runs
-#               them for FUZZ_SMOKE_SECONDS (5) each as a smoke run
+#               each briefly as a smoke run (fuzz/run smoke)
 
 PACKAGES := cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools libgl-dev
 # The fuzz targets are built with clang and its libFuzzer.
@@ -11,7 +11,6 @@ test fuzz fuzz-build: PACKAGES += clang libclang-rt-dev
 SUDO := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 FUZZ_SECONDS ?= 60
-FUZZ_SMOKE_SECONDS ?= 5
 
 .PHONY: all deps build run test asan bench fuzz fuzz-build clean
 
@@ -36,7 +35,7 @@ run: build
 
 test: build fuzz-build
 	ctest --preset default -j $(JOBS)
-	fuzz/run $(FUZZ_SMOKE_SECONDS)
+	fuzz/run smoke
 
 asan: deps
 	cmake --preset asan
