@@ -5,6 +5,8 @@
 
 #include <QProcess>
 
+#include <sys/stat.h>
+
 using namespace marl;
 
 class MarlCheckTest : public QObject {
@@ -14,6 +16,8 @@ private slots:
     void runs_data();
     void runs();
     void wholeCorpus();
+    void reportThatCannotBeWritten_data();
+    void reportThatCannotBeWritten();
 
 private:
     QTemporaryDir dir_;
@@ -21,6 +25,11 @@ private:
 };
 
 namespace {
+
+void mkfifo(const QString& path) {
+    QFile::remove(path); // left by the row before
+    QVERIFY2(::mkfifo(path.toLocal8Bit().constData(), 0644) == 0, qPrintable(path));
+}
 
 struct Run {
     int status = -1;
@@ -53,8 +62,20 @@ void MarlCheckTest::init() {
     put("30.obj", "#1|a~|b~|c~|~|1 0 a|0 0 0 0|0 0 0|A|1 2|$", "\r\n");
     put("notes.txt", "hello");
     QDir(dir_.path()).mkpath("sub.wld");
+    QDir(dir_.path()).mkpath("other");
+    put("other/30.wld", room);
+    put("31.wld", room);
+    put("neg.wld", QString(room).replace("#3001", "#-5"));
+    put("pair.obj", "#+-3099|a~|b~|c~|~|1 0 a|0 0 0 0|0 0 0|$");
+    put("big.mob", QString(mobile).replace("#1", "#99999999999") + "$");
+    put("mac.wld", room, "\r");
+    mkfifo(dir_.filePath("pipe.wld"));
     QDir(out_.path()).removeRecursively();
     QDir(out_.path()).mkpath("30.obj/inside"); // in the way of a rewritten object file
+    // A pipe in the way of a rewritten file, and pipes named as the new files
+    // of a save were once named: none is waited on.
+    for (const char* name : {"31.wld", "30.wld.marl-new", ".30.wld.marl-new", ".30.mob.marl-"})
+        mkfifo(out_.filePath(name));
 }
 
 void MarlCheckTest::runs_data() {
@@ -85,6 +106,23 @@ void MarlCheckTest::runs_data() {
         << "" << QStringList{"30.mob"};
     QTest::newRow("rewrite: a file that cannot be written") << "--rewrite=OUT 30.obj" << 1
         << "30.obj: 1 object; cannot write OUT/30.obj: Is a directory" << "" << QStringList{};
+    QTest::newRow("a pipe as input is refused, not waited on") << "pipe.wld 30.wld" << 1
+        << "pipe.wld: cannot read the file: not a regular file but a named pipe (FIFO)|30.wld: 1 room"
+        << "" << QStringList{};
+    QTest::newRow("a pipe as the file to write is refused, not waited on") << "--rewrite OUT 31.wld" << 1
+        << "31.wld: 1 room; cannot write OUT/31.wld: not a regular file but a named pipe (FIFO)" << ""
+        << QStringList{};
+    QTest::newRow("headers the server refuses") << "neg.wld pair.obj big.mob 30.wld" << 1
+        << "neg.wld:1: -5: a vnum cannot be negative|pair.obj:1: +-3099: two signs before a vnum|"
+           "big.mob:1: 99999999999: too large for a vnum|30.wld: 1 room" << "" << QStringList{};
+    QTest::newRow("CR-only line ends") << "mac.wld" << 1
+        << "mac.wld:1: the line ends are not understood: lines end in CR alone (an old Mac file); "
+           "save it with LF or CR LF line ends" << "" << QStringList{};
+    QTest::newRow("rewrite: two inputs of one name") << "--rewrite OUT 30.wld 30.mob other/30.wld" << 2
+        << "" << "marl-check: 30.wld and other/30.wld have the same name: --rewrite would write one "
+                 "over the other" << QStringList{};
+    QTest::newRow("two inputs of one name, only checked") << "30.wld other/30.wld" << 0
+        << "30.wld: 1 room|other/30.wld: 1 room" << "" << QStringList{};
     QTest::newRow("help") << "--help" << 0 << "Usage: marl-check [--rewrite DIR] FILE...*" << ""
         << QStringList{};
     QTest::newRow("no file") << "" << 2 << "" << "marl-check: no zone file given" << QStringList{};
@@ -141,6 +179,25 @@ void MarlCheckTest::wholeCorpus() {
                  qPrintable(lines[i]));
         QVERIFY(test::readBytes(out.filePath(QFileInfo(files[i]).fileName())) == expected);
     }
+}
+
+void MarlCheckTest::reportThatCannotBeWritten_data() {
+    QTest::addColumn<QString>("arguments");
+    QTest::newRow("the report") << "30.wld";
+    QTest::newRow("the help") << "--help";
+}
+
+void MarlCheckTest::reportThatCannotBeWritten() {
+    // A report into a full disk: told on standard error, with status 3.
+    QFETCH(QString, arguments);
+    QProcess process;
+    process.setWorkingDirectory(dir_.path());
+    process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    process.start(QStringLiteral(MARL_CHECK_PATH), arguments.split(' '));
+    QVERIFY(process.waitForFinished(30000));
+    QCOMPARE(process.exitCode(), 3);
+    QCOMPARE(QString::fromLatin1(process.readAllStandardError()),
+             QStringLiteral("marl-check: cannot write the report: No space left on device\n"));
 }
 
 QTEST_GUILESS_MAIN(MarlCheckTest)
