@@ -157,12 +157,13 @@ std::string sameNames(const std::vector<std::string>& files) {
 }
 
 // Flushes the report; a report that did not reach its file or pipe (a full
-// disk, a closed pipe) is told on standard error.
-bool finishOutput(bool written) {
+// disk, a closed pipe) is told on standard error.  `failed` is the errno of a
+// write that failed before, or 0.
+bool finishOutput(int failed) {
     errno = 0;
-    if (std::fflush(stdout) == 0 && written && !std::ferror(stdout))
+    if (std::fflush(stdout) == 0 && failed == 0 && !std::ferror(stdout))
         return true;
-    const int error = errno;
+    const int error = failed != 0 ? failed : errno;
     std::fprintf(stderr, "marl-check: cannot write the report: %s\n",
                  error != 0 ? std::strerror(error) : "write error");
     return false;
@@ -184,8 +185,8 @@ int main(int argc, char** argv) {
         if (options && arg == "--") {
             options = false;
         } else if (options && (arg == "--help" || arg == "-h")) {
-            std::fputs(kUsage, stdout);
-            return finishOutput(true) ? 0 : 3;
+            const int failed = std::fputs(kUsage, stdout) < 0 ? errno : 0;
+            return finishOutput(failed) ? 0 : 3;
         } else if (options && arg == "--rewrite") {
             if (i + 1 >= argc)
                 return usageError("--rewrite needs a folder");
@@ -212,11 +213,12 @@ int main(int argc, char** argv) {
             return usageError(same + ": --rewrite would write one over the other");
 
     bool allRead = true;
-    bool written = true;
+    int failed = 0; // the first write of the report that failed
     checkAll(files, rewrite ? &*rewrite : nullptr, [&](const Result& result) {
         allRead = result.ok && allRead;
         const std::string line = result.line + '\n';
-        written = std::fwrite(line.data(), 1, line.size(), stdout) == line.size() && written;
+        if (std::fwrite(line.data(), 1, line.size(), stdout) != line.size() && failed == 0)
+            failed = errno != 0 ? errno : EIO;
     });
-    return finishOutput(written) ? (allRead ? 0 : 1) : 3;
+    return finishOutput(failed) ? (allRead ? 0 : 1) : 3;
 }
