@@ -63,8 +63,9 @@ void readMobile(TextReader& in, MobileRecord& mobile, std::string& line) {
     mobile.DPos = position.int16(1);
     mobile.Gender = position.int16(2);
 
-    // Whether an extended block follows is decided by the line after the
-    // position line alone, not by the type letter.
+    // The type letter is not trusted here: hand-edited files carry blocks
+    // under "S" and "E" without one, so the next line itself tells, by a
+    // keyword's colon or by being the block's closing `E`.
     line = in.readLine(kNextMobile);
     if (line.find(':') != std::string::npos || isLine(line, "E")) {
         readExtendedBlock(in, line, mobile);

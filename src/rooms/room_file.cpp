@@ -39,14 +39,13 @@ void readRoom(TextReader& in, RoomRecord& room, std::string& line) {
 
     // Exits and extra descriptions, in whatever order the file has them,
     // up to the line that ends the room; its contents are not checked.
-    int extras = 0;
     while (true) {
         line = in.readLine(kRoomLine);
         const std::string_view word = trimRight(line);
         if (word.size() == 2 && word[0] == 'D')
             readExit(in, room, word[1]);
         else if (word == "E")
-            readExtraDesc(in, room.ExtraDescs, extras, "a room");
+            readExtraDesc(in, room.ExtraDescs, "a room");
         else
             break;
     }
@@ -65,11 +64,13 @@ std::string writeRooms(const RoomTable& table, int count, std::int32_t zone) {
         out.tildeString(room.Name);
         out.tildeText(room.Desc);
         out.line(zoneText + room.BitV + ' ' + std::to_string(room.SecType));
-        for (const ExitDef& def : kExits) {
-            const ExitRecord& exit = room.Exits[static_cast<std::size_t>(def.slot)];
+        // By direction number, as the server's own files list them.
+        for (int direction = 0; direction < kExitSlots; ++direction) {
+            const ExitRecord& exit =
+                room.Exits[static_cast<std::size_t>(exitSlotOfDirection(direction))];
             if (exit.Absent)
                 continue;
-            out.line("D" + std::to_string(def.fileDirection));
+            out.line("D" + std::to_string(direction));
             out.tildeText(exit.Desc);
             out.tildeString(exit.Keywords);
             out.line(joinNumbers(exit.DoorKind, exit.KeyVNum, exit.ToVNum));

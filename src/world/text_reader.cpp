@@ -18,6 +18,7 @@ std::string TextReader::readLine(std::string_view what) {
     if (atEnd())
         throw FormatError(line_, std::string(what));
     lastLine_ = line_;
+    lastLineStart_ = pos_;
     const std::size_t lf = data_.find('\n', pos_);
     std::size_t end = lf == std::string_view::npos ? data_.size() : lf;
     std::size_t next = lf == std::string_view::npos ? data_.size() : lf + 1;
@@ -44,16 +45,25 @@ std::string TextReader::readUntilTilde(std::string_view what) {
     const std::size_t tilde = data_.find('~', pos_);
     if (tilde == std::string_view::npos)
         throw FormatError(startLine, std::string(what));
+    const std::string_view text = data_.substr(pos_, tilde - pos_);
     std::string value;
-    value.reserve(tilde - pos_ + 8);
-    for (std::size_t i = pos_; i < tilde; ++i) {
-        const char c = data_[i];
-        if (c == '\n') {
+    if (lineEnd_ == LineEnd::CrLf) {
+        value.assign(text);
+        for (std::size_t lf = text.find('\n'); lf != std::string_view::npos;
+             lf = text.find('\n', lf + 1))
             ++line_;
-            if (value.empty() || value.back() != '\r')
-                value += '\r';
+    } else {
+        // Each LF is held as CR LF; the writer turns exactly that pair back.
+        std::size_t start = 0;
+        for (std::size_t lf = text.find('\n'); lf != std::string_view::npos;
+             lf = text.find('\n', start)) {
+            if (value.empty())
+                value.reserve(text.size() + 16);
+            value.append(text.substr(start, lf - start)).append(kCrLf);
+            start = lf + 1;
+            ++line_;
         }
-        value += c;
+        value.append(text.substr(start));
     }
     pos_ = tilde + 1;
     return value;
@@ -77,8 +87,12 @@ std::string TextReader::readTildeString(std::string_view what) {
 
 std::string TextReader::readTildeText(std::string_view what) {
     std::string value = readUntilTilde(what);
+    // The line break that puts the `~` on a line of its own; in a CR LF file
+    // a lone LF there is one as well.
     if (value.size() >= 2 && value.compare(value.size() - 2, 2, kCrLf) == 0)
         value.resize(value.size() - 2);
+    else if (!value.empty() && value.back() == '\n')
+        value.pop_back();
     skipRestOfLine();
     return value;
 }

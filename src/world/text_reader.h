@@ -43,13 +43,17 @@ public:
     // The characters up to the next LF (a CR before it is dropped too).
     // At the end of the data: FormatError naming `what`.
     std::string readLine(std::string_view what);
-    // The last line read started at this line number.
+    // The last line read started at this line number, at this offset.
     int lastLineNumber() const { return lastLine_; }
+    std::size_t lastLineStart() const { return lastLineStart_; }
 
     char readChar(std::string_view what);
 
     // A one-line tilde string: everything up to the next `~` (line breaks on
     // the way are kept, as CR LF), then the rest of the `~` line is dropped.
+    // In an LF file every LF is a line break and a CR before it is text; in
+    // a CR LF file the bytes are kept as they stand, so a CR of the text
+    // survives either way and the writer gives back the same bytes.
     std::string readTildeString(std::string_view what);
 
     // A multi-line tilde text: everything up to the next `~`; a line break
@@ -65,6 +69,7 @@ private:
     std::size_t pos_ = 0;
     int line_ = 1;
     int lastLine_ = 0;
+    std::size_t lastLineStart_ = 0;
     LineEnd lineEnd_ = LineEnd::CrLf;
 };
 
