@@ -9,9 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "mobiles/mobile_file.h"
-#include "objects/object_file.h"
-#include "rooms/room_file.h"
+#include "kinds/zone_kinds.h"
 #include "world/zone.h"
 #include "world/zone_file.h"
 
@@ -51,10 +49,11 @@ std::string plural(int count, std::string_view one, std::string_view many) {
 
 // Reads one file with the reader of its kind and, when `rewrite` is set,
 // writes it there.  Prints one line; returns whether all went well.
-template <typename Table, typename Reader, typename Writer>
-bool checkFile(const std::string& shown, const fs::path& path, Table& table, Reader read,
-               Writer write, std::string_view one, std::string_view many, const fs::path* rewrite) {
-    const LoadOutcome outcome = loadZoneTable(path, table, read);
+template <typename Kind>
+bool checkFile(const std::string& shown, const fs::path& path, std::int32_t zone,
+               const fs::path* rewrite) {
+    typename Kind::Table& table = Kind::table();
+    const LoadOutcome outcome = loadZoneTable(path, table, Kind::read);
     if (!outcome.ok) {
         if (outcome.line > 0)
             print(shown + ':' + std::to_string(outcome.line) + ": " + outcome.problem + '\n');
@@ -62,11 +61,11 @@ bool checkFile(const std::string& shown, const fs::path& path, Table& table, Rea
             print(shown + ": cannot read the file: " + outcome.problem + '\n');
         return false;
     }
-    std::string line = shown + ": " + plural(outcome.count, one, many);
+    std::string line = shown + ": " + plural(outcome.count, Kind::one, Kind::many);
     if (rewrite) {
         const fs::path target = *rewrite / path.filename();
         std::string error;
-        if (!writeZoneFile(target, write(table, outcome.count), error)) {
+        if (!writeZoneFile(target, Kind::write(table, outcome.count, zone), error)) {
             print(line + "; cannot write " + target.string() + ": " + error + '\n');
             return false;
         }
@@ -79,28 +78,19 @@ bool checkFile(const std::string& shown, const fs::path& path, Table& table, Rea
 bool checkOne(const std::string& shown, const fs::path* rewrite) {
     const fs::path path(shown);
     const std::string extension = path.extension().string();
-    if (extension != ".wld" && extension != ".mob" && extension != ".obj") {
-        print(shown + ": not a zone file: the name must end in .wld, .mob or .obj\n");
-        return false;
-    }
     const std::optional<std::int32_t> zone = zoneFromFileName(path.filename().string());
-    if (rewrite && !zone) {
-        print(shown + ": the name does not begin with a zone number (such as 30" + extension +
-              "), so it cannot be written\n");
-        return false;
-    }
-    if (extension == ".wld") {
-        const std::int32_t zoneNumber = zone.value_or(0);
-        auto write = [zoneNumber](const RoomTable& table, int count) {
-            return writeRooms(table, count, zoneNumber);
-        };
-        return checkFile(shown, path, roomTable(), readRooms, write, "room", "rooms", rewrite);
-    }
-    if (extension == ".mob")
-        return checkFile(shown, path, mobileTable(), readMobiles, writeMobiles, "mobile", "mobiles",
-                         rewrite);
-    return checkFile(shown, path, objectTable(), readObjects, writeObjects, "object", "objects",
-                     rewrite);
+    bool ok = false;
+    const bool known = withZoneKind(extension, [&]<typename Kind>() {
+        if (rewrite && !zone) {
+            print(shown + ": the name does not begin with a zone number (such as 30" + extension +
+                  "), so it cannot be written\n");
+            return;
+        }
+        ok = checkFile<Kind>(shown, path, zone.value_or(0), rewrite);
+    });
+    if (!known)
+        print(shown + ": not a zone file: the name must end in .wld, .mob or .obj\n");
+    return ok;
 }
 
 int usageError(const std::string& problem) {
