@@ -36,10 +36,10 @@ void readExtendedBlock(TextReader& in, std::string& line, MobileRecord& mobile) 
 }
 
 void readMobile(TextReader& in, MobileRecord& mobile, std::string& line) {
-    mobile.Alias = in.readTildeString("the alias list ending in \"~\"");
-    mobile.SDesc = in.readTildeString("the short description ending in \"~\"");
-    mobile.LDesc = in.readTildeText("the long description ending in \"~\"");
-    mobile.DDesc = in.readTildeText("the detailed description ending in \"~\"");
+    in.readTildeString("the alias list ending in \"~\"", mobile.Alias);
+    in.readTildeString("the short description ending in \"~\"", mobile.SDesc);
+    in.readTildeText("the long description ending in \"~\"", mobile.LDesc);
+    in.readTildeText("the detailed description ending in \"~\"", mobile.DDesc);
 
     const FieldLine flags(in, 4, kFlagsLine, FieldLine::FlagText);
     mobile.ActionBitV = flags.text(0);

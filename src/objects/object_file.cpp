@@ -17,10 +17,10 @@ constexpr std::string_view kWeightLine = "the weight line \"<weight> <cost> <ren
 constexpr std::string_view kAffectLine = "an affect line \"<location> <modifier>\"";
 
 void readObject(TextReader& in, ObjectRecord& object, std::string& line) {
-    object.Alias = in.readTildeString("the alias list ending in \"~\"");
-    object.SDesc = in.readTildeString("the short description ending in \"~\"");
-    object.LDesc = in.readTildeString("the long description ending in \"~\"");
-    object.ADesc = in.readTildeString("the action description ending in \"~\"");
+    in.readTildeString("the alias list ending in \"~\"", object.Alias);
+    in.readTildeString("the short description ending in \"~\"", object.SDesc);
+    in.readTildeString("the long description ending in \"~\"", object.LDesc);
+    in.readTildeString("the action description ending in \"~\"", object.ADesc);
 
     const FieldLine type(in, 3, kTypeLine, FieldLine::FlagText);
     object.OType = type.int16(0);

@@ -20,8 +20,8 @@ void readExit(TextReader& in, RoomRecord& room, char direction) {
         throw FormatError(in.lastLineNumber(), "an exit direction \"D0\" to \"D5\"");
     ExitRecord& exit = room.Exits[static_cast<std::size_t>(slot)];
     exit.Direction = static_cast<std::int16_t>(slot);
-    exit.Desc = in.readTildeText("the exit description ending in \"~\"");
-    exit.Keywords = in.readTildeString("the door keywords ending in \"~\"");
+    in.readTildeText("the exit description ending in \"~\"", exit.Desc);
+    in.readTildeString("the door keywords ending in \"~\"", exit.Keywords);
     const FieldLine numbers(in, 3, kExitLine, FieldLine::Numbers);
     exit.DoorKind = numbers.int16(0);
     exit.KeyVNum = numbers.int32(1);
@@ -30,8 +30,8 @@ void readExit(TextReader& in, RoomRecord& room, char direction) {
 }
 
 void readRoom(TextReader& in, RoomRecord& room, std::string& line) {
-    room.Name = in.readTildeString("the room name ending in \"~\"");
-    room.Desc = in.readTildeText("the room description ending in \"~\"");
+    in.readTildeString("the room name ending in \"~\"", room.Name);
+    in.readTildeText("the room description ending in \"~\"", room.Desc);
     const FieldLine numbers(in, 3, kNumbersLine, FieldLine::FlagText);
     numbers.int32(0); // the zone: read and ignored
     room.BitV = numbers.text(1);

@@ -5,13 +5,16 @@
 namespace marl {
 
 std::size_t headerLinesAtMost(std::string_view bytes) {
-    std::size_t count = !bytes.empty() && bytes.front() == '#' ? 1 : 0;
+    // `#` is rare in the text between headers, so the search runs over long
+    // stretches at a time.
+    std::size_t count = 0;
     const char* at = bytes.data();
     const char* const end = at + bytes.size();
-    while (const void* lf = std::memchr(at, '\n', static_cast<std::size_t>(end - at))) {
-        at = static_cast<const char*>(lf) + 1;
-        if (at < end && *at == '#')
+    while (const void* found = std::memchr(at, '#', static_cast<std::size_t>(end - at))) {
+        const char* hash = static_cast<const char*>(found);
+        if (hash == bytes.data() || hash[-1] == '\n')
             ++count;
+        at = hash + 1;
     }
     return count;
 }
@@ -21,8 +24,8 @@ void readExtraDesc(TextReader& in, ExtraDescList& list, std::string_view owner) 
         throw FormatError(in.lastLineNumber(),
                           "at most 128 extra descriptions in " + std::string(owner));
     ExtraDesc& extra = list.append();
-    extra.Keywords = in.readTildeString("the extra description keywords ending in \"~\"");
-    extra.Desc = in.readTildeText("the extra description ending in \"~\"");
+    in.readTildeString("the extra description keywords ending in \"~\"", extra.Keywords);
+    in.readTildeText("the extra description ending in \"~\"", extra.Desc);
 }
 
 void writeExtraDescs(TextWriter& out, const ExtraDescList& list) {

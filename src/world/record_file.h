@@ -32,7 +32,7 @@ int readRecords(std::string_view bytes, Table& table, std::string_view header,
                 std::string_view next, Body body) {
     TextReader in(bytes);
     table.lineEnd = in.lineEnd();
-    std::string line = in.readLine(header);
+    std::string line(in.readLine(header));
     if (!line.empty() && line.front() == '$') {
         table.trailer.assign(bytes);
         return 0;
