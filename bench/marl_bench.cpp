@@ -22,58 +22,13 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
-#include <new>
 #include <string>
 #include <vector>
 
+#include "allocation_counter.h"
 #include "kinds/zone_kinds.h"
 #include "world/zone.h"
 #include "world/zone_file.h"
-
-namespace {
-
-// Live bytes handed out by operator new, each block carrying its size (one
-// thread allocates: a plain count, which costs the allocations nothing).
-std::size_t liveBytes = 0;
-constexpr std::size_t kHeader = alignof(std::max_align_t);
-
-void* allocate(std::size_t size) {
-    void* block = std::malloc(size + kHeader);
-    if (!block)
-        throw std::bad_alloc();
-    *static_cast<std::size_t*>(block) = size;
-    liveBytes += size;
-    return static_cast<char*>(block) + kHeader;
-}
-
-void release(void* pointer) noexcept {
-    if (!pointer)
-        return;
-    void* block = static_cast<char*>(pointer) - kHeader;
-    liveBytes -= *static_cast<std::size_t*>(block);
-    std::free(block);
-}
-
-} // namespace
-
-void* operator new(std::size_t size) {
-    return allocate(size);
-}
-void* operator new[](std::size_t size) {
-    return allocate(size);
-}
-void operator delete(void* pointer) noexcept {
-    release(pointer);
-}
-void operator delete[](void* pointer) noexcept {
-    release(pointer);
-}
-void operator delete(void* pointer, std::size_t) noexcept {
-    release(pointer);
-}
-void operator delete[](void* pointer, std::size_t) noexcept {
-    release(pointer);
-}
 
 namespace fs = std::filesystem;
 using namespace marl;
@@ -157,11 +112,11 @@ template <typename Kind> void reportMemory(const std::vector<ZoneFile*>& files) 
         return;
     joined += "$\n";
     auto table = std::make_unique<typename Kind::Table>();
-    const std::size_t empty = liveBytes;
+    const std::size_t empty = counting::liveBytes;
     const int count = Kind::read(joined, *table);
-    const std::size_t read = liveBytes - empty;
+    const std::size_t read = counting::liveBytes - empty;
     table->clear();
-    const std::size_t kept = liveBytes - empty;
+    const std::size_t kept = counting::liveBytes - empty;
     std::printf("%-8s %6d records %9zu bytes   held %9zu bytes (%.2f x the text)   after "
                 "clearing %zu bytes more than empty\n",
                 std::string(Kind::extension).c_str(), count, joined.size(), read,

@@ -38,9 +38,9 @@ public:
         return held_[slot];
     }
 
-    // All N slots, stored, for code that works on them as one array (a
-    // dialog that edits the list in place).  The span stays valid until the
-    // list is cleared.
+    // All N slots, stored, for code that works on them as one array.  The
+    // span stays valid until the list is cleared; what it changes counts as
+    // in use only once setCount says so.
     std::span<T, N> all() {
         held_.resize(N);
         return std::span<T, N>(held_.data(), N);

@@ -4,53 +4,7 @@
 
 #include "zone_files.h"
 
-#include <cstdlib>
-#include <new>
-
-namespace {
-
-// Live bytes handed out by operator new, each block carrying its size (one
-// thread allocates: a plain count, which costs the allocations nothing).
-std::size_t liveBytes = 0;
-constexpr std::size_t kHeader = alignof(std::max_align_t);
-
-void* allocate(std::size_t size) {
-    void* block = std::malloc(size + kHeader);
-    if (!block)
-        throw std::bad_alloc();
-    *static_cast<std::size_t*>(block) = size;
-    liveBytes += size;
-    return static_cast<char*>(block) + kHeader;
-}
-
-void release(void* pointer) noexcept {
-    if (!pointer)
-        return;
-    void* block = static_cast<char*>(pointer) - kHeader;
-    liveBytes -= *static_cast<std::size_t*>(block);
-    std::free(block);
-}
-
-} // namespace
-
-void* operator new(std::size_t size) {
-    return allocate(size);
-}
-void* operator new[](std::size_t size) {
-    return allocate(size);
-}
-void operator delete(void* pointer) noexcept {
-    release(pointer);
-}
-void operator delete[](void* pointer) noexcept {
-    release(pointer);
-}
-void operator delete(void* pointer, std::size_t) noexcept {
-    release(pointer);
-}
-void operator delete[](void* pointer, std::size_t) noexcept {
-    release(pointer);
-}
+#include "../../bench/allocation_counter.h"
 
 using namespace marl;
 
@@ -93,16 +47,16 @@ void TableMemoryTest::largeFile() {
         bytes += "$\n";
 
         auto table = std::make_unique<typename Kind::Table>();
-        const std::size_t empty = liveBytes;
+        const std::size_t empty = counting::liveBytes;
         const int count = Kind::read(bytes, *table);
         QVERIFY(count > 2000);
-        const std::size_t held = liveBytes - empty;
+        const std::size_t held = counting::liveBytes - empty;
         QVERIFY2(held <= 8 * bytes.size(),
                  qPrintable(QString("%1 bytes held for %2").arg(held).arg(bytes.size())));
         // The 101 slots may keep their strings' room for the next file; all
         // beyond them is given back.
         table->clear();
-        const std::size_t kept = liveBytes - empty;
+        const std::size_t kept = counting::liveBytes - empty;
         QVERIFY2(kept <= 2 * held / std::size_t(count) * kTableSlots,
                  qPrintable(QString("%1 bytes kept of %2").arg(kept).arg(held)));
     });
