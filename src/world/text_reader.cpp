@@ -87,7 +87,11 @@ void TextReader::readUntilTilde(std::string_view what, std::string& value) {
             ++line_;
     } else {
         // Each LF is held as CR LF; the writer turns exactly that pair back.
+        std::size_t breaks = 0;
+        for (std::size_t at = lf; at != std::string_view::npos; at = text.find('\n', at + 1))
+            ++breaks;
         value.clear();
+        value.reserve(text.size() + breaks);
         std::size_t start = 0;
         for (; lf != std::string_view::npos; lf = text.find('\n', start)) {
             value.append(text.substr(start, lf - start)).append(kCrLf);
