@@ -18,10 +18,12 @@ private slots:
 void TableMemoryTest::largeFile_data() {
     test::columns<QString, QString>({"folder", "pattern"});
     // Our own example zone always; the server's stock files when present.
-    QTest::newRow("examples .wld") << test::examplesDir() << "*.wld";
-    for (const char* pattern : {"*.wld", "*.mob", "*.obj"})
+    for (const char* pattern : {"*.wld", "*.mob", "*.obj"}) {
+        QTest::newRow(qPrintable(QString("examples ") + (pattern + 1)))
+            << test::examplesDir() << pattern;
         QTest::newRow(qPrintable(QString("stock ") + (pattern + 1)))
             << test::corpusDir() << pattern;
+    }
 }
 
 void TableMemoryTest::largeFile() {
