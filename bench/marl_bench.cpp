@@ -1,123 +1,126 @@
 // marl-bench: reads and writes every zone file of a folder many times, in
-// memory, and prints the throughput in megabytes (10^6 bytes) per second.
+// memory, and prints the throughput in megabytes (10^6 bytes) per second and
+// the memory a table takes for the text it holds.
 //
 // Reading is timed the way the editor opens a file: the table is cleared and
 // the file's bytes are read into it.  Writing is timed from the table to the
-// file's text.  The disk is left out of both: it is the parser and the
-// writer that are measured, not the page cache or fsync.
+// file's text twice: as read (every record still has the bytes it was read
+// from, as when a builder saves one change) and as stored (every record
+// written field by field, as after a builder stored each one).  The disk is
+// left out: it is the parser and the writer that are measured, not the page
+// cache or fsync.  Time is the processor time of this program, so that other
+// work on the machine does not count.
+//
+// Memory is counted by this program's own operator new: the bytes a table
+// holds after reading all files of a kind joined into one file, beyond what
+// the empty table held, and what it still holds after clearing.
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
+#include <cstdlib>
+#include <ctime>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "mobiles/mobile_file.h"
-#include "objects/object_file.h"
-#include "rooms/room_file.h"
+#include "allocation_counter.h"
+#include "kinds/zone_kinds.h"
 #include "world/zone.h"
 #include "world/zone_file.h"
 
 namespace fs = std::filesystem;
 using namespace marl;
-using Clock = std::chrono::steady_clock;
 
 namespace {
 
-enum class Kind { Rooms, Mobiles, Objects };
-
+// One file read once, with what the passes do on it.
 struct ZoneFile {
     std::string name;
-    Kind kind;
-    std::int32_t zone = 0;
+    std::string extension;
     std::string bytes;
+    std::function<std::size_t()> read;        // clear the reading table, read the bytes
+    std::function<std::size_t()> write;       // the table read once, records as read
+    std::function<std::size_t()> writeStored; // the same records, each written field by field
+};
+
+template <typename Kind> bool prepare(ZoneFile& file, std::int32_t zone) {
+    // One reading table per kind, as the editor reuses its own.
+    static const auto reading = std::make_shared<typename Kind::Table>();
+    auto asRead = std::make_shared<typename Kind::Table>();
+    auto stored = std::make_shared<typename Kind::Table>();
     int count = 0;
-    // The file read once, for the writing passes.
-    std::unique_ptr<RoomTable> rooms;
-    std::unique_ptr<MobileTable> mobiles;
-    std::unique_ptr<ObjectTable> objects;
-};
-
-// Tables reused by the reading passes, as the editor reuses its own.
-struct ReadTables {
-    RoomTable rooms;
-    MobileTable mobiles;
-    ObjectTable objects;
-};
-
-std::size_t readOnce(ZoneFile& file, ReadTables& tables) {
-    switch (file.kind) {
-    case Kind::Rooms:
-        tables.rooms.clear();
-        return static_cast<std::size_t>(readRooms(file.bytes, tables.rooms));
-    case Kind::Mobiles:
-        tables.mobiles.clear();
-        return static_cast<std::size_t>(readMobiles(file.bytes, tables.mobiles));
-    case Kind::Objects:
-        tables.objects.clear();
-        return static_cast<std::size_t>(readObjects(file.bytes, tables.objects));
-    }
-    return 0;
-}
-
-std::size_t writeOnce(ZoneFile& file) {
-    switch (file.kind) {
-    case Kind::Rooms:
-        return writeRooms(*file.rooms, file.count, file.zone).size();
-    case Kind::Mobiles:
-        return writeMobiles(*file.mobiles, file.count).size();
-    case Kind::Objects:
-        return writeObjects(*file.objects, file.count).size();
-    }
-    return 0;
-}
-
-// Runs `pass` (one pass over all files, returning the bytes it handled)
-// until at least `seconds` have gone by, and returns MB/s.
-template <typename Pass> double measure(Pass pass, double seconds, std::size_t& sink) {
-    sink += pass(); // warm-up
-    std::size_t bytes = 0;
-    int passes = 0;
-    const auto start = Clock::now();
-    std::chrono::duration<double> elapsed{};
-    do {
-        bytes += pass();
-        ++passes;
-        elapsed = Clock::now() - start;
-    } while (elapsed.count() < seconds || passes < 5);
-    sink += bytes;
-    return static_cast<double>(bytes) / 1e6 / elapsed.count();
-}
-
-bool load(const fs::path& path, ZoneFile& file) {
-    std::string error;
-    if (!readZoneFile(path, file.bytes, error)) {
-        std::fprintf(stderr, "marl-bench: %s: %s\n", file.name.c_str(), error.c_str());
-        return false;
-    }
     try {
-        switch (file.kind) {
-        case Kind::Rooms:
-            file.rooms = std::make_unique<RoomTable>();
-            file.count = readRooms(file.bytes, *file.rooms);
-            break;
-        case Kind::Mobiles:
-            file.mobiles = std::make_unique<MobileTable>();
-            file.count = readMobiles(file.bytes, *file.mobiles);
-            break;
-        case Kind::Objects:
-            file.objects = std::make_unique<ObjectTable>();
-            file.count = readObjects(file.bytes, *file.objects);
-            break;
-        }
+        count = Kind::read(file.bytes, *asRead);
+        Kind::read(file.bytes, *stored);
     } catch (const FormatError& error) {
         std::fprintf(stderr, "marl-bench: %s:%d: %s\n", file.name.c_str(), error.line(),
                      error.problem().c_str());
         return false;
     }
+    for (int slot = 0; slot < count; ++slot)
+        (*stored)[static_cast<std::size_t>(slot)].Source.clear();
+    const std::string* bytes = &file.bytes;
+    file.read = [bytes] {
+        reading->clear();
+        return static_cast<std::size_t>(Kind::read(*bytes, *reading));
+    };
+    file.write = [asRead, count, zone] { return Kind::write(*asRead, count, zone).size(); };
+    file.writeStored = [stored, count, zone] { return Kind::write(*stored, count, zone).size(); };
     return true;
+}
+
+// The processor time this program has used, in seconds: the machine may be
+// busy with other work, and it is the time of the one core that runs the
+// passes that tells the speed.
+double cpuSeconds() {
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+// Runs `pass` (one pass over all files, returning the bytes it handled)
+// until at least `seconds` of processor time have gone by and at least 5
+// times, and returns MB/s.
+template <typename Pass> double measure(Pass pass, double seconds, std::size_t& sink) {
+    sink += pass(); // warm-up
+    std::size_t bytes = 0;
+    int passes = 0;
+    const double start = cpuSeconds();
+    double elapsed = 0;
+    do {
+        bytes += pass();
+        ++passes;
+        elapsed = cpuSeconds() - start;
+    } while (elapsed < seconds || passes < 5);
+    sink += bytes;
+    return static_cast<double>(bytes) / 1e6 / elapsed;
+}
+
+// The records of all `files` of one kind joined into one file, then its
+// memory: what reading it adds to an empty table, and what clearing keeps.
+template <typename Kind> void reportMemory(const std::vector<ZoneFile*>& files) {
+    std::string joined;
+    for (const ZoneFile* file : files) {
+        if (file->extension != Kind::extension)
+            continue;
+        auto table = std::make_unique<typename Kind::Table>();
+        const int count = Kind::read(file->bytes, *table);
+        for (int slot = 0; slot < count; ++slot)
+            joined += (*table)[static_cast<std::size_t>(slot)].Source;
+    }
+    if (joined.empty())
+        return;
+    joined += "$\n";
+    auto table = std::make_unique<typename Kind::Table>();
+    const std::size_t empty = counting::liveBytes;
+    const int count = Kind::read(joined, *table);
+    const std::size_t read = counting::liveBytes - empty;
+    table->clear();
+    const std::size_t kept = counting::liveBytes - empty;
+    std::printf("%-8s %6d records %9zu bytes   held %9zu bytes (%.2f x the text)   after "
+                "clearing %zu bytes more than empty\n",
+                std::string(Kind::extension).c_str(), count, joined.size(), read,
+                static_cast<double>(read) / static_cast<double>(joined.size()), kept);
 }
 
 } // namespace
@@ -125,34 +128,40 @@ bool load(const fs::path& path, ZoneFile& file) {
 int main(int argc, char** argv) {
     const fs::path dir = argc > 1 ? fs::path(argv[1]) : fs::path("../shared/corpus");
     const double seconds = argc > 2 ? std::max(0.05, std::atof(argv[2])) : 1.0;
+    const std::string only = argc > 3 ? argv[3] : "";
     std::error_code ec;
     if (!fs::is_directory(dir, ec)) {
-        std::fprintf(stderr, "Usage: marl-bench [CORPUS-DIR [SECONDS]]\nmarl-bench: no folder %s\n",
+        std::fprintf(stderr,
+                     "Usage: marl-bench [CORPUS-DIR [SECONDS [read|write|stored]]]\n"
+                     "marl-bench: no folder %s\n",
                      dir.string().c_str());
         return 2;
     }
 
-    std::vector<ZoneFile> files;
     std::vector<fs::path> paths;
     for (const fs::directory_entry& entry : fs::directory_iterator(dir, ec))
         paths.push_back(entry.path());
     std::sort(paths.begin(), paths.end());
+    std::vector<std::unique_ptr<ZoneFile>> files;
     for (const fs::path& path : paths) {
-        ZoneFile file;
-        const std::string extension = path.extension().string();
-        if (extension == ".wld")
-            file.kind = Kind::Rooms;
-        else if (extension == ".mob")
-            file.kind = Kind::Mobiles;
-        else if (extension == ".obj")
-            file.kind = Kind::Objects;
-        else
-            continue;
-        file.name = path.filename().string();
-        file.zone = zoneFromFileName(file.name).value_or(0);
-        if (!load(path, file))
+        auto file = std::make_unique<ZoneFile>();
+        file->name = path.filename().string();
+        file->extension = path.extension().string();
+        const std::int32_t zone = zoneFromFileName(file->name).value_or(0);
+        std::string error;
+        bool ok = true;
+        const bool known = withZoneKind(file->extension, [&]<typename Kind>() {
+            if (!readZoneFile(path, file->bytes, error)) {
+                std::fprintf(stderr, "marl-bench: %s: %s\n", file->name.c_str(), error.c_str());
+                ok = false;
+                return;
+            }
+            ok = prepare<Kind>(*file, zone);
+        });
+        if (!ok)
             return 1;
-        files.push_back(std::move(file));
+        if (known)
+            files.push_back(std::move(file));
     }
     if (files.empty()) {
         std::fprintf(stderr, "marl-bench: no .wld, .mob or .obj file in %s\n",
@@ -161,48 +170,52 @@ int main(int argc, char** argv) {
     }
 
     std::size_t sink = 0;
-    auto report = [&](const char* label, const std::vector<ZoneFile*>& chosen) {
+    auto report = [&](const std::string& label, const std::vector<ZoneFile*>& chosen) {
+        if (chosen.empty())
+            return;
         std::size_t size = 0;
         for (const ZoneFile* file : chosen)
             size += file->bytes.size();
-        if (chosen.empty())
-            return;
-        ReadTables tables;
-        const double reading = measure(
-            [&] {
+        auto pass = [&](std::function<std::size_t()> ZoneFile::*step, bool countText) {
+            return [&chosen, step, countText, &sink] {
                 std::size_t bytes = 0;
                 for (ZoneFile* file : chosen) {
-                    sink += readOnce(*file, tables);
-                    bytes += file->bytes.size();
+                    const std::size_t result = (file->*step)();
+                    sink += result;
+                    bytes += countText ? file->bytes.size() : result;
                 }
                 return bytes;
-            },
-            seconds, sink);
-        const double writing = measure(
-            [&] {
-                std::size_t bytes = 0;
-                for (ZoneFile* file : chosen)
-                    bytes += writeOnce(*file);
-                return bytes;
-            },
-            seconds, sink);
-        std::printf("%-8s %3zu files %9zu bytes   reading %8.1f MB/s   writing %8.1f MB/s\n", label,
-                    chosen.size(), size, reading, writing);
+            };
+        };
+        // One pass alone when asked (for a profiler): 0 for the others.
+        auto timed = [&](const char* name, std::function<std::size_t()> ZoneFile::*step,
+                         bool countText) {
+            return only.empty() || only == name ? measure(pass(step, countText), seconds, sink)
+                                                : 0.0;
+        };
+        const double reading = timed("read", &ZoneFile::read, true);
+        const double writing = timed("write", &ZoneFile::write, false);
+        const double stored = timed("stored", &ZoneFile::writeStored, false);
+        std::printf("%-8s %3zu files %9zu bytes   reading %7.1f MB/s   writing %7.1f MB/s as "
+                    "read, %7.1f MB/s as stored\n",
+                    label.c_str(), chosen.size(), size, reading, writing, stored);
     };
 
-    std::vector<ZoneFile*> all, rooms, mobiles, objects;
-    for (ZoneFile& file : files) {
-        all.push_back(&file);
-        (file.kind == Kind::Rooms     ? rooms
-         : file.kind == Kind::Mobiles ? mobiles
-                                      : objects)
-            .push_back(&file);
-    }
-    std::printf("marl-bench: %s, in memory; reading includes clearing the table\n",
+    std::vector<ZoneFile*> all;
+    for (const auto& file : files)
+        all.push_back(file.get());
+    std::printf("marl-bench: %s, in memory, one thread, per second of processor time; reading "
+                "includes clearing the table\n",
                 dir.string().c_str());
-    report(".wld", rooms);
-    report(".mob", mobiles);
-    report(".obj", objects);
+    for (const ZoneKindInfo& kind : kZoneKinds) {
+        std::vector<ZoneFile*> chosen;
+        for (ZoneFile* file : all)
+            if (file->extension == kind.extension)
+                chosen.push_back(file);
+        report(std::string(kind.extension), chosen);
+    }
     report("all", all);
+    std::printf("memory, each kind's files joined into one:\n");
+    forEachZoneKind([&]<typename Kind>() { reportMemory<Kind>(all); });
     return sink == 0 ? 1 : 0;
 }

@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 
+#include "kinds/zone_kinds.h"
 #include "world/record_compare.h"
 #include "world/text_reader.h"
 
@@ -22,8 +23,11 @@ namespace marl::fuzz {
     std::abort();
 }
 
-template <typename Table, typename Read, typename Write>
-int roundTrip(const std::uint8_t* data, std::size_t size, Read read, Write write) {
+// Rooms are written with zone 30 in their numbers line; the reader ignores it.
+template <typename Kind> int roundTrip(const std::uint8_t* data, std::size_t size) {
+    using Table = typename Kind::Table;
+    const auto read = Kind::read;
+    const auto write = [](Table& table, int count) { return Kind::write(table, count, 30); };
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     const auto first = std::make_unique<Table>();
     int count = 0;
@@ -41,8 +45,7 @@ int roundTrip(const std::uint8_t* data, std::size_t size, Read read, Write write
         std::fprintf(stderr, "line %d: %s\n", error.line(), error.problem().c_str());
         finding("the written file does not read back", -1, written);
     }
-    // A zone without records is written as the cleared slot 0.
-    if (again != (count > 0 ? count : 1))
+    if (again != count)
         finding("another number of records read back", again, written);
     for (int slot = 0; slot < again; ++slot)
         if (!sameFields((*first)[static_cast<std::size_t>(slot)],

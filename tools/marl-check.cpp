@@ -18,9 +18,7 @@
 #include <thread>
 #include <vector>
 
-#include "mobiles/mobile_file.h"
-#include "objects/object_file.h"
-#include "rooms/room_file.h"
+#include "kinds/zone_kinds.h"
 #include "world/zone.h"
 #include "world/zone_file.h"
 
@@ -75,21 +73,21 @@ template <typename Table> Table& threadTable() {
 
 // Reads one file with the reader of its kind into the thread's table and,
 // when `rewrite` is set, writes it there.
-template <typename Table, typename Reader, typename Writer>
-Result checkFile(const std::string& shown, const fs::path& path, Reader read, Writer write,
-                 std::string_view one, std::string_view many, const fs::path* rewrite) {
-    Table* table = &threadTable<Table>();
-    const LoadOutcome outcome = loadZoneTable(path, *table, read);
+template <typename Kind>
+Result checkFile(const std::string& shown, const fs::path& path, std::int32_t zone,
+                 const fs::path* rewrite) {
+    typename Kind::Table& table = threadTable<typename Kind::Table>();
+    const LoadOutcome outcome = loadZoneTable(path, table, Kind::read);
     if (!outcome.ok) {
         if (outcome.line > 0)
             return {shown + ':' + std::to_string(outcome.line) + ": " + outcome.problem};
         return {shown + ": cannot read the file: " + outcome.problem};
     }
-    std::string line = shown + ": " + plural(outcome.count, one, many);
+    std::string line = shown + ": " + plural(outcome.count, Kind::one, Kind::many);
     if (rewrite) {
         const fs::path target = *rewrite / path.filename();
         std::string error;
-        if (!writeZoneFile(target, write(*table, outcome.count), error))
+        if (!writeZoneFile(target, Kind::write(table, outcome.count, zone), error))
             return {line + "; cannot write " + target.string() + ": " + error};
         line += ", written to " + target.string();
     }
@@ -99,24 +97,16 @@ Result checkFile(const std::string& shown, const fs::path& path, Reader read, Wr
 Result checkOne(const std::string& shown, const fs::path* rewrite) {
     const fs::path path(shown);
     const std::string extension = path.extension().string();
-    if (extension != ".wld" && extension != ".mob" && extension != ".obj")
-        return {shown + ": not a zone file: the name must end in .wld, .mob or .obj"};
     const std::optional<std::int32_t> zone = zoneFromFileName(path.filename().string());
-    if (rewrite && !zone)
-        return {shown + ": the name does not begin with a zone number (such as 30" + extension +
-                "), so it cannot be written"};
-    if (extension == ".wld") {
-        const std::int32_t zoneNumber = zone.value_or(0);
-        auto write = [zoneNumber](const RoomTable& table, int count) {
-            return writeRooms(table, count, zoneNumber);
-        };
-        return checkFile<RoomTable>(shown, path, readRooms, write, "room", "rooms", rewrite);
-    }
-    if (extension == ".mob")
-        return checkFile<MobileTable>(shown, path, readMobiles, writeMobiles, "mobile", "mobiles",
-                                      rewrite);
-    return checkFile<ObjectTable>(shown, path, readObjects, writeObjects, "object", "objects",
-                                  rewrite);
+    Result result{shown + ": not a zone file: the name must end in .wld, .mob or .obj"};
+    withZoneKind(extension, [&]<typename Kind>() {
+        if (rewrite && !zone)
+            result.line = shown + ": the name does not begin with a zone number (such as 30" +
+                          extension + "), so it cannot be written";
+        else
+            result = checkFile<Kind>(shown, path, zone.value_or(0), rewrite);
+    });
+    return result;
 }
 
 // Checks every file, on as many threads as there are cores, and hands each

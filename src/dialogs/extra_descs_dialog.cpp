@@ -108,7 +108,7 @@ void ExtraDescsDialog::connectHandlers() {
 
 void ExtraDescsDialog::SetupForm(int recordIndex) {
     recordIndex_ = recordIndex;
-    const std::span<ExtraDesc> list = pairs();
+    const ExtraDescList& list = pairs();
     count_ = extraDescCount(list);
     listing_ = true;
     listExtraDescs_->clear();
@@ -127,7 +127,7 @@ int ExtraDescsDialog::selectedLine() const {
 }
 
 void ExtraDescsDialog::setPair(int slot, ExtraDesc pair) {
-    const std::span<ExtraDesc> list = pairs();
+    ExtraDescList& list = pairs();
     if (slot >= 0 && static_cast<std::size_t>(slot) < list.size())
         list[static_cast<std::size_t>(slot)] = std::move(pair);
 }
@@ -174,7 +174,7 @@ void ExtraDescsDialog::onAdd() {
     listExtraDescs_->addItem(textKeywords_->text());
     ClearAll();
     changed_ = false;
-    ++count_;
+    pairs().setCount(static_cast<std::size_t>(++count_));
     if (variant_.hasChanged)
         variant_.hasChanged();
 }
@@ -194,7 +194,7 @@ void ExtraDescsDialog::onRemove() {
     const int line = selectedLine();
     if (line < 0)
         return;
-    const std::span<ExtraDesc> list = pairs();
+    ExtraDescList& list = pairs();
     // Later pairs move up one slot; the empty slot after the list closes
     // the gap.
     for (int slot = line; slot < count_; ++slot) {
@@ -208,7 +208,7 @@ void ExtraDescsDialog::onRemove() {
     listing_ = false;
     ClearAll();
     changed_ = false;
-    --count_;
+    pairs().setCount(static_cast<std::size_t>(--count_));
 }
 
 void ExtraDescsDialog::onRemoveAll() {
@@ -218,6 +218,7 @@ void ExtraDescsDialog::onRemoveAll() {
         setPair(line, {});
         --count_;
     }
+    pairs().setCount(0);
     listing_ = false;
     ClearAll();
     changed_ = false;

@@ -6,7 +6,6 @@
 // Done and Cancel only decide about text typed but not yet stored.
 
 #include <functional>
-#include <span>
 
 #include "dialogs/owned_dialog.h"
 #include "world/record_table.h"
@@ -23,8 +22,8 @@ class TildeTextEdit;
 struct ExtraDescsVariant {
     QString formName;     // formRoomExtraDescs, formObjectExtraDescs
     QString frameCaption; // "Room Extra Descriptions", "Object Extra Descriptions"
-    // The 128 pair slots of the record in a slot of the editor's table.
-    std::function<std::span<ExtraDesc>(int record)> pairs;
+    // The pairs of the record in a slot of the editor's table.
+    std::function<ExtraDescList&(int record)> pairs;
     // The owning editor's HasChanged.
     std::function<void()> hasChanged;
     // Whether Done with unstored text also marks the owner's record changed.
@@ -47,7 +46,7 @@ public:
 private:
     void buildLayout();
     void connectHandlers();
-    std::span<ExtraDesc> pairs() const { return variant_.pairs(recordIndex_); }
+    ExtraDescList& pairs() const { return variant_.pairs(recordIndex_); }
     int selectedLine() const;
     void setPair(int slot, ExtraDesc pair);
     void onFieldChanged(bool fieldEmpty);

@@ -36,10 +36,10 @@ void readExtendedBlock(TextReader& in, std::string& line, MobileRecord& mobile) 
 }
 
 void readMobile(TextReader& in, MobileRecord& mobile, std::string& line) {
-    mobile.Alias = in.readTildeString("the alias list ending in \"~\"");
-    mobile.SDesc = in.readTildeString("the short description ending in \"~\"");
-    mobile.LDesc = in.readTildeText("the long description ending in \"~\"");
-    mobile.DDesc = in.readTildeText("the detailed description ending in \"~\"");
+    in.readTildeString("the alias list ending in \"~\"", mobile.Alias);
+    in.readTildeString("the short description ending in \"~\"", mobile.SDesc);
+    in.readTildeText("the long description ending in \"~\"", mobile.LDesc);
+    in.readTildeText("the detailed description ending in \"~\"", mobile.DDesc);
 
     const FieldLine flags(in, 4, kFlagsLine, FieldLine::FlagText);
     mobile.ActionBitV = flags.text(0);
@@ -63,8 +63,9 @@ void readMobile(TextReader& in, MobileRecord& mobile, std::string& line) {
     mobile.DPos = position.int16(1);
     mobile.Gender = position.int16(2);
 
-    // Whether an extended block follows is decided by the line after the
-    // position line alone, not by the type letter.
+    // The type letter is not trusted here: hand-edited files carry blocks
+    // under "S" and "E" without one, so the next line itself tells, by a
+    // keyword's colon or by being the block's closing `E`.
     line = in.readLine(kNextMobile);
     if (line.find(':') != std::string::npos || isLine(line, "E")) {
         readExtendedBlock(in, line, mobile);

@@ -15,12 +15,11 @@ namespace marl {
 int readMobiles(std::string_view bytes, MobileTable& table);
 
 // The text of a mobile file holding slots 0 to count - 1, in the table's line
-// ends.  An empty action or affect flag text is set to `0` in the table
-// before it is written.  A zone without mobiles (count 0) is written as slot
-// 0 alone, as rooms are: a file of nothing but `$` could not be opened again,
-// and the cleared record reads back as itself.  An extended block is always
-// closed with its `E` line, also for a record whose type letter is not "E",
-// so every file written reads back.
+// ends.  A mobile read and not stored since is written as it was read.  For
+// any other, an empty action or affect flag text is set to `0` in the table
+// before it is written, and extended values are followed by their block's
+// `E` line whatever the type letter says: without it the next record's
+// lines would be read as part of the block.
 std::string writeMobiles(MobileTable& table, int count);
 
 } // namespace marl

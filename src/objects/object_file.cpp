@@ -17,10 +17,10 @@ constexpr std::string_view kWeightLine = "the weight line \"<weight> <cost> <ren
 constexpr std::string_view kAffectLine = "an affect line \"<location> <modifier>\"";
 
 void readObject(TextReader& in, ObjectRecord& object, std::string& line) {
-    object.Alias = in.readTildeString("the alias list ending in \"~\"");
-    object.SDesc = in.readTildeString("the short description ending in \"~\"");
-    object.LDesc = in.readTildeString("the long description ending in \"~\"");
-    object.ADesc = in.readTildeString("the action description ending in \"~\"");
+    in.readTildeString("the alias list ending in \"~\"", object.Alias);
+    in.readTildeString("the short description ending in \"~\"", object.SDesc);
+    in.readTildeString("the long description ending in \"~\"", object.LDesc);
+    in.readTildeString("the action description ending in \"~\"", object.ADesc);
 
     const FieldLine type(in, 3, kTypeLine, FieldLine::FlagText);
     object.OType = type.int16(0);
@@ -37,18 +37,16 @@ void readObject(TextReader& in, ObjectRecord& object, std::string& line) {
     object.RPD = weight.int32(2);
 
     // Extra descriptions and affects, in whatever order the file has them.
-    int extras = 0;
-    int affects = 0;
     while (true) {
         line = in.readLine(kNextObject);
         const std::string_view word = trimRight(line);
         if (word == "E") {
-            readExtraDesc(in, object.ExtraDescs, extras, "an object");
+            readExtraDesc(in, object.ExtraDescs, "an object");
         } else if (word == "A") {
-            if (affects == kAffectSlots)
+            if (object.Affects.count() == kAffectSlots)
                 throw FormatError(in.lastLineNumber(), "at most 128 affects in an object");
             const FieldLine numbers(in, 2, kAffectLine, FieldLine::Numbers);
-            ObjectAffect& affect = object.Affects[static_cast<std::size_t>(affects++)];
+            ObjectAffect& affect = object.Affects.append();
             affect.Location = numbers.int16(0);
             affect.Modifier = numbers.int32(1);
         } else {
@@ -77,9 +75,8 @@ std::string writeObjects(const ObjectTable& table, int count) {
         out.line(joinNumbers(v[0], v[1], v[2], v[3]));
         out.line(joinNumbers(object.Weight, object.Cost, object.RPD));
         writeExtraDescs(out, object.ExtraDescs);
-        for (const ObjectAffect& affect : object.Affects) {
-            if (affect.Location == 0)
-                break;
+        for (std::size_t slot = 0; slot < object.Affects.count(); ++slot) {
+            const ObjectAffect& affect = object.Affects[slot];
             out.line("A");
             out.line(joinNumbers(affect.Location, affect.Modifier));
         }

@@ -15,9 +15,9 @@ namespace marl {
 int readObjects(std::string_view bytes, ObjectTable& table);
 
 // The text of an object file holding slots 0 to count - 1, in the table's
-// line ends: extra descriptions before affects, each list up to its first
-// empty entry.  A zone without objects (count 0) is written as slot 0 alone,
-// as rooms and mobiles are, so that the file opens again.
+// line ends.  An object read and not stored since is written as it was
+// read; any other with its extra descriptions before its affects, every
+// entry in use of both lists.
 std::string writeObjects(const ObjectTable& table, int count);
 
 } // namespace marl

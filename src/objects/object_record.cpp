@@ -3,15 +3,13 @@
 namespace marl {
 
 int affectCount(const ObjectRecord& object) {
-    int count = 0;
-    while (count < kAffectSlots && object.Affects[count].Location != 0)
-        ++count;
-    return count;
+    return static_cast<int>(object.Affects.count());
 }
 
 void clearRecord(ObjectRecord& object) {
     // Field by field rather than by assigning a cleared record, to keep the
     // two fields that outlive a reload.
+    object.Source.clear();
     object.VNum = 0;
     object.Alias.clear();
     object.SDesc.clear();
@@ -29,6 +27,7 @@ void clearRecord(ObjectRecord& object) {
         affect.Location = 0;
         affect.Modifier = 0;
     }
+    object.Affects.setCount(0);
 }
 
 const std::array<ObjectTypeDef, 19> kObjectTypes = {{

@@ -17,7 +17,7 @@ inline constexpr int kAffectSlots = 128;
 inline constexpr int kMaxAffects = 127;
 
 struct ObjectAffect {
-    std::int16_t Location = 0; // 0: none, and the end of the list
+    std::int16_t Location = 0; // 0: none
     std::string LocationName;  // the location's caption, for the affects list only
     std::int32_t Modifier = 0;
     bool operator==(const ObjectAffect&) const = default;
@@ -49,7 +49,7 @@ struct ObjectRecord {
     bool operator==(const ObjectRecord&) const = default;
 };
 
-// The affects in use: entries up to the first with Location 0.
+// The affects in use, location 0 included.
 int affectCount(const ObjectRecord& object);
 
 // Clearing an object slot keeps what the dialogs hold beside the file across

@@ -367,8 +367,8 @@ void FormRoom::onExtraDescs() {
     ExtraDescsVariant variant;
     variant.formName = QStringLiteral("formRoomExtraDescs");
     variant.frameCaption = QStringLiteral("Room Extra Descriptions");
-    variant.pairs = [](int record) {
-        return std::span<ExtraDesc>(roomTable()[static_cast<std::size_t>(record)].ExtraDescs);
+    variant.pairs = [](int record) -> ExtraDescList& {
+        return roomTable()[static_cast<std::size_t>(record)].ExtraDescs;
     };
     variant.hasChanged = [this] { HasChanged(); };
     variant.hasChangedWhenPending = true;

@@ -2,6 +2,8 @@
 // table, and writing the table back.  Every save and delete is a round trip
 // through the file, so the list always shows what the file holds.
 
+#include <algorithm>
+
 #include <QCheckBox>
 #include <QFile>
 #include <QLineEdit>
@@ -53,7 +55,7 @@ bool FormRoom::LoadRooms(std::int32_t zone, QString* error) {
     }
     recordCount_ = outcome.count;
     fillList();
-    currentIndex_ = recordCount_ - 1;
+    currentIndex_ = std::max(recordCount_ - 1, 0); // slot 0, cleared, in an empty zone
     return true;
 }
 
@@ -98,6 +100,9 @@ void FormRoom::CalculateBitV() {
 
 void FormRoom::storeWindow(int slot) {
     RoomRecord& room = roomTable()[static_cast<std::size_t>(slot)];
+    // Both slots are written from what they now hold, not as they were read.
+    room.Source.clear();
+    roomTable()[static_cast<std::size_t>(currentIndex_)].Source.clear();
     room.VNum = *fieldNumber(textVNum_);
     room.Desc = fromWidgetText(textDesc_->toPlainText());
     room.Name = toBytes(textName_->text());
@@ -198,7 +203,7 @@ bool FormRoom::reloadAfterWrite(const RoomTable& written, int count) {
         return true;
     roomTable() = written;
     recordCount_ = count;
-    currentIndex_ = count - 1;
+    currentIndex_ = std::max(count - 1, 0);
     fillList();
     host_.prompts().tell(error);
     return false;

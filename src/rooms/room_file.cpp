@@ -20,8 +20,8 @@ void readExit(TextReader& in, RoomRecord& room, char direction) {
         throw FormatError(in.lastLineNumber(), "an exit direction \"D0\" to \"D5\"");
     ExitRecord& exit = room.Exits[static_cast<std::size_t>(slot)];
     exit.Direction = static_cast<std::int16_t>(slot);
-    exit.Desc = in.readTildeText("the exit description ending in \"~\"");
-    exit.Keywords = in.readTildeString("the door keywords ending in \"~\"");
+    in.readTildeText("the exit description ending in \"~\"", exit.Desc);
+    in.readTildeString("the door keywords ending in \"~\"", exit.Keywords);
     const FieldLine numbers(in, 3, kExitLine, FieldLine::Numbers);
     exit.DoorKind = numbers.int16(0);
     exit.KeyVNum = numbers.int32(1);
@@ -30,8 +30,8 @@ void readExit(TextReader& in, RoomRecord& room, char direction) {
 }
 
 void readRoom(TextReader& in, RoomRecord& room, std::string& line) {
-    room.Name = in.readTildeString("the room name ending in \"~\"");
-    room.Desc = in.readTildeText("the room description ending in \"~\"");
+    in.readTildeString("the room name ending in \"~\"", room.Name);
+    in.readTildeText("the room description ending in \"~\"", room.Desc);
     const FieldLine numbers(in, 3, kNumbersLine, FieldLine::FlagText);
     numbers.int32(0); // the zone: read and ignored
     room.BitV = numbers.text(1);
@@ -39,14 +39,13 @@ void readRoom(TextReader& in, RoomRecord& room, std::string& line) {
 
     // Exits and extra descriptions, in whatever order the file has them,
     // up to the line that ends the room; its contents are not checked.
-    int extras = 0;
     while (true) {
         line = in.readLine(kRoomLine);
         const std::string_view word = trimRight(line);
         if (word.size() == 2 && word[0] == 'D')
             readExit(in, room, word[1]);
         else if (word == "E")
-            readExtraDesc(in, room.ExtraDescs, extras, "a room");
+            readExtraDesc(in, room.ExtraDescs, "a room");
         else
             break;
     }
@@ -65,11 +64,13 @@ std::string writeRooms(const RoomTable& table, int count, std::int32_t zone) {
         out.tildeString(room.Name);
         out.tildeText(room.Desc);
         out.line(zoneText + room.BitV + ' ' + std::to_string(room.SecType));
-        for (const ExitDef& def : kExits) {
-            const ExitRecord& exit = room.Exits[static_cast<std::size_t>(def.slot)];
+        // By direction number, as the server's own files list them.
+        for (int direction = 0; direction < kExitSlots; ++direction) {
+            const ExitRecord& exit =
+                room.Exits[static_cast<std::size_t>(exitSlotOfDirection(direction))];
             if (exit.Absent)
                 continue;
-            out.line("D" + std::to_string(def.fileDirection));
+            out.line("D" + std::to_string(direction));
             out.tildeText(exit.Desc);
             out.tildeString(exit.Keywords);
             out.line(joinNumbers(exit.DoorKind, exit.KeyVNum, exit.ToVNum));

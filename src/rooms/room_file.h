@@ -14,9 +14,10 @@ namespace marl {
 // not read either; the table then holds the rooms read so far.
 int readRooms(std::string_view bytes, RoomTable& table);
 
-// The text of a world file holding slots 0 to count - 1 (slot 0 alone when
-// count is 0), every room with the given zone number, in the table's line
-// ends.
+// The text of a world file holding slots 0 to count - 1, in the table's line
+// ends.  A room read and not stored since is written as it was read; any
+// other with the given zone number, its exits in the order of their
+// direction numbers (D0 to D5).
 std::string writeRooms(const RoomTable& table, int count, std::int32_t zone);
 
 } // namespace marl

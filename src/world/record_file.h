@@ -19,58 +19,84 @@ namespace marl {
 // header should have been.
 void refuseCrOnlyLineEnds(std::string_view bytes);
 
+// The number of lines that begin with `#`: at least the records a file
+// holds, to make room for them before reading.
+std::size_t headerLinesAtMost(std::string_view bytes);
+
 // Reads every record of a file into a cleared table, slot 0 upward, and
 // returns how many were read.  `body(in, record, line)` reads what follows
 // a header and leaves in `line` the line after the record: the next header,
 // or a line holding `$`, which ends the file.  `header` and `next` say what
-// the first header and the later ones are.  Throws FormatError; the table
-// then holds the records read so far.
+// the first header and the later ones are.  A file whose first line is its
+// `$` line is a zone without records, which the server boots.  Each record
+// keeps its bytes from its header up to the next header as its Source, and
+// the table what follows the last one.  Throws FormatError; the table then
+// holds the records read so far.
 template <typename Table, typename Body>
 int readRecords(std::string_view bytes, Table& table, std::string_view header,
                 std::string_view next, Body body) {
     refuseCrOnlyLineEnds(bytes);
     TextReader in(bytes);
     table.lineEnd = in.lineEnd();
-    std::string line = in.readLine(header);
+    std::string line(in.readLine(header));
+    if (!line.empty() && line.front() == '$') {
+        table.trailer.assign(bytes);
+        return 0;
+    }
+    table.reserve(headerLinesAtMost(bytes));
+    std::size_t start = 0;
     std::string_view expected = header;
     for (int count = 0;; expected = next) {
-        auto& record = table[count];
+        auto& record = table[static_cast<std::size_t>(count)];
         record.VNum = parseHeader(line, in.lastLineNumber(), expected);
         body(in, record, line);
+        const std::size_t end = in.lastLineStart();
+        record.Source.assign(bytes.substr(start, end - start));
+        start = end;
         ++count;
-        if (isEndLine(line))
+        if (isEndLine(line)) {
+            table.trailer.assign(bytes.substr(end));
             return count;
+        }
     }
 }
 
-// The text of a file holding slots 0 to count - 1, each as its header and
-// what `body(out, record)` writes, then the end line, in the table's line
-// ends.  A zone without records (count 0) is written as slot 0 alone: a file
-// of nothing but `$` could not be opened again, and the cleared record
-// reads back as itself.
+// The text of a file holding slots 0 to count - 1, then what followed the
+// records in the file read (a `$` line of its own when none was read), in
+// the table's line ends.  A record that still has its Source is written as
+// those bytes; any other by `body(out, record)` after its header.  A zone
+// without records is its `$` line alone.
 template <typename Table, typename Body>
 std::string writeRecords(Table& table, int count, std::size_t bytesPerRecord, Body body) {
     TextWriter out(table.lineEnd);
-    const int written = count > 0 ? count : 1;
-    out.reserve(static_cast<std::size_t>(written) * bytesPerRecord);
-    for (int slot = 0; slot < written; ++slot) {
+    std::size_t size = table.trailer.size() + 4;
+    for (int slot = 0; slot < count; ++slot) {
+        const std::string& source = table[static_cast<std::size_t>(slot)].Source;
+        size += source.empty() ? bytesPerRecord : source.size();
+    }
+    out.reserve(size);
+    for (int slot = 0; slot < count; ++slot) {
         auto& record = table[static_cast<std::size_t>(slot)];
+        if (!record.Source.empty()) {
+            out.raw(record.Source);
+            continue;
+        }
         out.header(record.VNum);
         body(out, record);
     }
-    out.end();
+    if (table.trailer.empty())
+        out.end();
+    else
+        out.raw(table.trailer);
     return out.take();
 }
 
-using ExtraDescList = SlotList<ExtraDesc, kExtraDescSlots>;
+// An extra description after its `E` line, into the next slot of `list`.
+// `owner` names what holds the list ("a room") for the refusal of a 129th.
+void readExtraDesc(TextReader& in, ExtraDescList& list, std::string_view owner);
 
-// An extra description after its `E` line, into the next slot of `list`;
-// `used` counts the slots filled.  `owner` names what holds the list
-// ("a room") for the refusal of a 129th.
-void readExtraDesc(TextReader& in, ExtraDescList& list, int& used, std::string_view owner);
-
-// The extra descriptions up to the first with empty keywords, each as its
-// `E` line, keywords and description.
+// The extra descriptions in use, empty keywords included, each as its `E`
+// line, keywords and description.
 void writeExtraDescs(TextWriter& out, const ExtraDescList& list);
 
 } // namespace marl

@@ -5,9 +5,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <vector>
 
+#include "world/slot_list.h"
 #include "world/text_reader.h"
 
 namespace marl {
@@ -24,19 +26,18 @@ struct ExtraDesc {
     bool operator==(const ExtraDesc&) const = default;
 };
 
-// The extra descriptions in use: slots up to the first empty Keywords.
-template <typename Slots> int extraDescCount(const Slots& list) {
-    int count = 0;
-    while (count < static_cast<int>(list.size()) && !list[count].Keywords.empty())
-        ++count;
-    return count;
+using ExtraDescList = SlotList<ExtraDesc, kExtraDescSlots>;
+
+// The extra descriptions in use, empty keywords included.
+inline int extraDescCount(const ExtraDescList& list) {
+    return static_cast<int>(list.count());
 }
 
 // How a slot returns to the cleared record.  A record type may overload it
 // (found by argument-dependent lookup) to keep fields that outlive a reload.
 template <typename Record> void clearRecord(Record& record) {
     static const Record cleared{};
-    record = cleared;  // copying keeps the strings' buffers: cheaper than a new record
+    record = cleared; // copying keeps the strings' buffers: cheaper than a new record
 }
 
 template <typename Record> class RecordTable {
@@ -44,18 +45,24 @@ public:
     RecordTable() : slots_(kTableSlots) {}
 
     // Resets every slot to the cleared record, as before a file is read, and
-    // gives back the slots beyond 101.  Records are large (128 extra
-    // descriptions each), so only the slots handed out for change since the
-    // last clearing are reset: the others still hold the cleared record.
-    // A reference to a slot must therefore not be kept across a clearing.
+    // gives back the slots beyond 101 with the memory they took.  Records
+    // are large (six exits, two slot lists), so only the slots handed out
+    // for change since the last clearing are reset: the others still hold
+    // the cleared record.  A reference to a slot must therefore not be kept
+    // across a clearing.
     void clear() {
-        if (slots_.size() > kTableSlots)
-            slots_.resize(kTableSlots);
+        if (slots_.size() > kTableSlots) {
+            std::vector<Record> kept(std::make_move_iterator(slots_.begin()),
+                                     std::make_move_iterator(slots_.begin() + kTableSlots));
+            slots_.swap(kept);
+        }
         const std::size_t used = touched_ < slots_.size() ? touched_ : slots_.size();
         for (std::size_t slot = 0; slot < used; ++slot)
             clearRecord(slots_[slot]);
         touched_ = 0;
         lineEnd = LineEnd::CrLf;
+        trailer.clear();
+        trailer.shrink_to_fit();
     }
 
     Record& operator[](std::size_t slot) {
@@ -67,13 +74,19 @@ public:
     }
     const Record& operator[](std::size_t slot) const { return slots_.at(slot); }
     std::size_t size() const { return slots_.size(); }
+    // Room for `records` slots without moving them again while a file is read.
+    void reserve(std::size_t records) { slots_.reserve(records); }
 
     // The line ends of the file the table was read from; new files get CR LF.
     LineEnd lineEnd = LineEnd::CrLf;
+    // What followed the last record in the file read: its `$` line and any
+    // bytes after it, with or without a final line end.  Written back as it
+    // stands; empty, the writer ends the file with `$` and a line end.
+    std::string trailer;
 
 private:
     std::vector<Record> slots_;
-    std::size_t touched_ = 0;  // slots below this may differ from the cleared record
+    std::size_t touched_ = 0; // slots below this may differ from the cleared record
 };
 
 } // namespace marl

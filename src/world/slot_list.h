@@ -5,6 +5,11 @@
 // stored; every slot after them reads as the cleared entry.  A record so
 // costs a few hundred bytes instead of many kilobytes, which keeps clearing,
 // copying and reading a table of 101 records cheap.
+//
+// How many entries are in use is held apart from what they hold: the server
+// boots an extra description with empty keywords or an affect of location 0,
+// so an entry's contents cannot say where the list ends.  Slots 0 to
+// count() - 1 are in use and written; the slots after them are not.
 
 #include <cstddef>
 #include <iterator>
@@ -33,17 +38,37 @@ public:
         return held_[slot];
     }
 
-    // All N slots, stored, for code that works on them as one array (a
-    // dialog that edits the list in place).  The span stays valid until the
-    // list is cleared.
+    // All N slots, stored, for code that works on them as one array.  The
+    // span stays valid until the list is cleared; what it changes counts as
+    // in use only once setCount says so.
     std::span<T, N> all() {
         held_.resize(N);
         return std::span<T, N>(held_.data(), N);
     }
     operator std::span<T>() { return all(); }
 
-    // Every slot back to the cleared entry.
-    void clear() { held_.clear(); }
+    // The entries in use: slots 0 to count() - 1.
+    std::size_t count() const { return used_; }
+    // The slot after the entries in use, put in use.  Throws out_of_range
+    // when all N are in use.
+    T& append() {
+        T& entry = (*this)[used_];
+        ++used_;
+        return entry;
+    }
+    // Slots 0 to `count` - 1 in use, for code that has written them through
+    // all() or operator[]; the slots themselves are left as they are.
+    void setCount(std::size_t count) {
+        if (count > N)
+            check(count);
+        used_ = count;
+    }
+
+    // Every slot back to the cleared entry, none in use.
+    void clear() {
+        held_.clear();
+        used_ = 0;
+    }
     // The slots stored so far (the others are cleared), for clearing a
     // record field by field.
     std::vector<T>& held() { return held_; }
@@ -81,6 +106,8 @@ public:
     // A loop over the slots reads them; a change goes through operator[].
 
     bool operator==(const SlotList& other) const {
+        if (used_ != other.used_)
+            return false;
         for (std::size_t slot = 0; slot < N; ++slot) {
             if (slot >= held_.size() && slot >= other.held_.size())
                 return true;
@@ -101,6 +128,7 @@ private:
     }
 
     std::vector<T> held_;
+    std::size_t used_ = 0;
 };
 
 } // namespace marl

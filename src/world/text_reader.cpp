@@ -1,8 +1,42 @@
 #include "world/text_reader.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace marl {
+
+namespace {
+
+// The next LF from `from`.  Most lines of a zone file are a few characters
+// long ("S", "D0", "#3001"), too short for a library search to pay off.
+std::size_t findLineFeed(std::string_view data, std::size_t from) {
+    const std::size_t near = std::min(data.size(), from + 24);
+    for (std::size_t at = from; at < near; ++at)
+        if (data[at] == '\n')
+            return at;
+    return data.find('\n', near);
+}
+
+// Plain digits with at most a minus before them, no more than nine: most
+// numbers of a file, read without the general parser.  Such a number always
+// fits 32 bits.
+bool parsePlain(std::string_view text, std::int64_t& value) {
+    const bool negative = !text.empty() && text.front() == '-';
+    const std::size_t digits = text.size() - (negative ? 1 : 0);
+    if (digits == 0 || digits > 9)
+        return false;
+    std::int64_t parsed = 0;
+    for (std::size_t i = negative ? 1 : 0; i < text.size(); ++i) {
+        const unsigned digit = static_cast<unsigned char>(text[i]) - unsigned('0');
+        if (digit > 9)
+            return false;
+        parsed = parsed * 10 + digit;
+    }
+    value = negative ? -parsed : parsed;
+    return true;
+}
+
+} // namespace
 
 FormatError::FormatError(int line, std::string expected)
     : FormatError(line, std::move(expected), false) {}
@@ -22,16 +56,17 @@ TextReader::TextReader(std::string_view data) : data_(data) {
         lineEnd_ = (lf > 0 && data_[lf - 1] == '\r') ? LineEnd::CrLf : LineEnd::Lf;
 }
 
-std::string TextReader::readLine(std::string_view what) {
+std::string_view TextReader::readLine(std::string_view what) {
     if (atEnd())
         throw FormatError(line_, std::string(what));
     lastLine_ = line_;
-    const std::size_t lf = data_.find('\n', pos_);
+    lastLineStart_ = pos_;
+    const std::size_t lf = findLineFeed(data_, pos_);
     std::size_t end = lf == std::string_view::npos ? data_.size() : lf;
     std::size_t next = lf == std::string_view::npos ? data_.size() : lf + 1;
     if (end > pos_ && data_[end - 1] == '\r')
         --end;
-    std::string line(data_.substr(pos_, end - pos_));
+    const std::string_view line = data_.substr(pos_, end - pos_);
     pos_ = next;
     if (lf != std::string_view::npos)
         ++line_;
@@ -47,27 +82,45 @@ char TextReader::readChar(std::string_view what) {
     return c;
 }
 
-std::string TextReader::readUntilTilde(std::string_view what) {
+void TextReader::readUntilTilde(std::string_view what, std::string& value) {
     const int startLine = line_;
     const std::size_t tilde = data_.find('~', pos_);
     if (tilde == std::string_view::npos)
         throw FormatError(startLine, std::string(what));
-    std::string value;
-    value.reserve(tilde - pos_ + 8);
-    for (std::size_t i = pos_; i < tilde; ++i) {
-        const char c = data_[i];
-        if (c == '\n') {
+    const std::string_view text = data_.substr(pos_, tilde - pos_);
+    std::size_t lf = text.find('\n');
+    if (lineEnd_ == LineEnd::CrLf || lf == std::string_view::npos) {
+        value.assign(text);
+        for (; lf != std::string_view::npos; lf = text.find('\n', lf + 1))
             ++line_;
-            if (value.empty() || value.back() != '\r')
-                value += '\r';
+    } else {
+        // Each LF is held as CR LF; the writer turns exactly that pair back.
+        std::size_t breaks = 0;
+        for (std::size_t at = lf; at != std::string_view::npos; at = text.find('\n', at + 1))
+            ++breaks;
+        value.clear();
+        value.reserve(text.size() + breaks);
+        std::size_t start = 0;
+        for (; lf != std::string_view::npos; lf = text.find('\n', start)) {
+            value.append(text.substr(start, lf - start)).append(kCrLf);
+            start = lf + 1;
+            ++line_;
         }
-        value += c;
+        value.append(text.substr(start));
     }
     pos_ = tilde + 1;
-    return value;
 }
 
 void TextReader::skipRestOfLine() {
+    // Mostly the line ends right after the `~`.
+    std::size_t at = pos_;
+    if (at < data_.size() && data_[at] == '\r')
+        ++at;
+    if (at < data_.size() && data_[at] == '\n') {
+        pos_ = at + 1;
+        ++line_;
+        return;
+    }
     const std::size_t lf = data_.find('\n', pos_);
     if (lf == std::string_view::npos) {
         pos_ = data_.size();
@@ -77,17 +130,31 @@ void TextReader::skipRestOfLine() {
     }
 }
 
-std::string TextReader::readTildeString(std::string_view what) {
-    std::string value = readUntilTilde(what);
+void TextReader::readTildeString(std::string_view what, std::string& value) {
+    readUntilTilde(what, value);
     skipRestOfLine();
+}
+
+std::string TextReader::readTildeString(std::string_view what) {
+    std::string value;
+    readTildeString(what, value);
     return value;
 }
 
-std::string TextReader::readTildeText(std::string_view what) {
-    std::string value = readUntilTilde(what);
+void TextReader::readTildeText(std::string_view what, std::string& value) {
+    readUntilTilde(what, value);
+    // The line break that puts the `~` on a line of its own; in a CR LF file
+    // a lone LF there is one as well.
     if (value.size() >= 2 && value.compare(value.size() - 2, 2, kCrLf) == 0)
         value.resize(value.size() - 2);
+    else if (!value.empty() && value.back() == '\n')
+        value.pop_back();
     skipRestOfLine();
+}
+
+std::string TextReader::readTildeText(std::string_view what) {
+    std::string value;
+    readTildeText(what, value);
     return value;
 }
 
@@ -96,35 +163,6 @@ std::string_view trimRight(std::string_view text) {
     while (end > 0 && (text[end - 1] == ' ' || text[end - 1] == '\t'))
         --end;
     return text.substr(0, end);
-}
-
-std::vector<std::string_view> splitFlagLine(std::string_view line, std::size_t count) {
-    std::vector<std::string_view> fields;
-    std::size_t start = 0;
-    while (fields.size() < count) {
-        const std::size_t space = line.find(' ', start);
-        const bool last = space == std::string_view::npos;
-        fields.push_back(trimRight(line.substr(start, last ? line.npos : space - start)));
-        if (last)
-            break;
-        start = space + 1;
-    }
-    return fields;
-}
-
-std::vector<std::string_view> splitNumbers(std::string_view line) {
-    std::vector<std::string_view> fields;
-    std::size_t i = 0;
-    while (i < line.size()) {
-        while (i < line.size() && (line[i] == ' ' || line[i] == '\t'))
-            ++i;
-        const std::size_t start = i;
-        while (i < line.size() && line[i] != ' ' && line[i] != '\t')
-            ++i;
-        if (i > start)
-            fields.push_back(line.substr(start, i - start));
-    }
-    return fields;
 }
 
 bool parseInt(std::string_view text, std::int64_t min, std::int64_t max, std::int64_t& value) {
@@ -142,14 +180,16 @@ bool parseInt(std::string_view text, std::int64_t min, std::int64_t max, std::in
 
 std::int32_t toInt32(std::string_view text, int line, std::string_view what) {
     std::int64_t value = 0;
-    if (!parseInt(text, INT32_MIN, INT32_MAX, value))
+    if (!parsePlain(text, value) && !parseInt(text, INT32_MIN, INT32_MAX, value))
         throw FormatError(line, std::string(what));
     return static_cast<std::int32_t>(value);
 }
 
 std::int16_t toInt16(std::string_view text, int line, std::string_view what) {
     std::int64_t value = 0;
-    if (!parseInt(text, INT16_MIN, INT16_MAX, value))
+    const bool plain = parsePlain(text, value);
+    if (plain ? value < INT16_MIN || value > INT16_MAX
+              : !parseInt(text, INT16_MIN, INT16_MAX, value))
         throw FormatError(line, std::string(what));
     return static_cast<std::int16_t>(value);
 }
@@ -159,15 +199,42 @@ FieldLine::FieldLine(TextReader& in, std::size_t count, std::string_view what, S
     this->split(count, split);
 }
 
-FieldLine::FieldLine(std::string text, int line, std::size_t count, std::string_view what,
+FieldLine::FieldLine(std::string_view text, int line, std::size_t count, std::string_view what,
                      Split split)
-    : text_(std::move(text)), line_(line), what_(what) {
+    : text_(text), line_(line), what_(what) {
     this->split(count, split);
 }
 
+// Into the fixed fields, no more than `count`: no allocation for a line.
 void FieldLine::split(std::size_t count, Split split) {
-    fields_ = split == Numbers ? splitNumbers(text_) : splitFlagLine(text_, count);
-    if (fields_.size() < count)
+    if (count > kMaxFields)
+        throw std::logic_error("too many fields asked of one line");
+    std::size_t found = 0;
+    const std::size_t size = text_.size();
+    std::size_t i = 0;
+    if (split == Numbers) {
+        while (found < count) {
+            while (i < size && (text_[i] == ' ' || text_[i] == '\t'))
+                ++i;
+            if (i == size)
+                break;
+            const std::size_t start = i;
+            while (i < size && text_[i] != ' ' && text_[i] != '\t')
+                ++i;
+            fields_[found++] = text_.substr(start, i - start);
+        }
+    } else {
+        while (found < count) {
+            std::size_t space = i;
+            while (space < size && text_[space] != ' ')
+                ++space;
+            fields_[found++] = trimRight(text_.substr(i, space - i));
+            if (space == size)
+                break;
+            i = space + 1;
+        }
+    }
+    if (found < count)
         throw FormatError(line_, std::string(what_));
 }
 

@@ -3,6 +3,7 @@
 // strings, record headers and lines of numbers.  Every failure throws a
 // FormatError that names the line and what was expected there.
 
+#include <array>
 #include <cstdint>
 #include <stdexcept>
 #include <string>
@@ -49,47 +50,44 @@ public:
     // The line end style of the file: the style of its first line break.
     LineEnd lineEnd() const { return lineEnd_; }
 
-    // The characters up to the next LF (a CR before it is dropped too).
-    // At the end of the data: FormatError naming `what`.
-    std::string readLine(std::string_view what);
-    // The last line read started at this line number.
+    // The characters up to the next LF (a CR before it is dropped too), as a
+    // view of the data.  At the end of the data: FormatError naming `what`.
+    std::string_view readLine(std::string_view what);
+    // The last line read started at this line number, at this offset.
     int lastLineNumber() const { return lastLine_; }
+    std::size_t lastLineStart() const { return lastLineStart_; }
 
     char readChar(std::string_view what);
 
     // A one-line tilde string: everything up to the next `~` (line breaks on
     // the way are kept, as CR LF), then the rest of the `~` line is dropped.
+    // In an LF file every LF is a line break and a CR before it is text; in
+    // a CR LF file the bytes are kept as they stand, so a CR of the text
+    // survives either way and the writer gives back the same bytes.
     std::string readTildeString(std::string_view what);
+    // The same into `value`, which keeps its room for the next record.
+    void readTildeString(std::string_view what, std::string& value);
 
     // A multi-line tilde text: everything up to the next `~`; a line break
     // directly before the `~` is dropped and nothing else is, so text that
     // the server keeps is never cut.  The rest of the `~` line is dropped.
     std::string readTildeText(std::string_view what);
+    void readTildeText(std::string_view what, std::string& value);
 
 private:
-    std::string readUntilTilde(std::string_view what);
+    void readUntilTilde(std::string_view what, std::string& value);
     void skipRestOfLine();
 
     std::string_view data_;
     std::size_t pos_ = 0;
     int line_ = 1;
     int lastLine_ = 0;
+    std::size_t lastLineStart_ = 0;
     LineEnd lineEnd_ = LineEnd::CrLf;
 };
 
 // Blanks (spaces and tabs) dropped from the end of a line.
 std::string_view trimRight(std::string_view text);
-
-// The first `count` fields of a line that carries flag text, split at every
-// single space, so that `30  0` has an empty flag text between its numbers.
-// Blanks at the end of a field are dropped, yet a blank at the end of the
-// line still separates: `0 0 0 ` has an empty fourth field (an empty flag
-// text or type letter written as it stands).  Fields beyond `count` are
-// ignored; fewer come back when the line has fewer.
-std::vector<std::string_view> splitFlagLine(std::string_view line, std::size_t count);
-
-// Fields of a line of numbers only: split at runs of blanks.
-std::vector<std::string_view> splitNumbers(std::string_view line);
 
 // Whole-text numbers: an optional sign (`-` or `+`) and digits, within range.
 bool parseInt(std::string_view text, std::int64_t min, std::int64_t max, std::int64_t& value);
@@ -97,15 +95,20 @@ std::int32_t toInt32(std::string_view text, int line, std::string_view what);
 std::int16_t toInt16(std::string_view text, int line, std::string_view what);
 
 // One line of fields, held with its line number: a line of numbers only
-// (split at runs of blanks) or one that carries flag text (split at single
-// spaces).  Fewer than `count` fields, or a field that is not a number where
-// one is asked for, throw FormatError naming the line and `what`, which must
-// outlive the fields.
+// (split at runs of blanks) or one that carries flag text, split at every
+// single space so that `30  0` has an empty flag text between its numbers.
+// In a flag-text line blanks at the end of a field are dropped, yet a blank
+// at the end of the line still separates: `0 0 0 ` has an empty fourth field
+// (an empty flag text or type letter written as it stands).  Fewer than `count` fields, or a field
+// that is not a number where one is asked for, throw FormatError naming the line and `what`.  The
+// line and `what` must outlive the fields; only the first `count` are split off.
 class FieldLine {
 public:
     enum Split { Numbers, FlagText };
+    static constexpr std::size_t kMaxFields = 8;
     FieldLine(TextReader& in, std::size_t count, std::string_view what, Split split);
-    FieldLine(std::string text, int line, std::size_t count, std::string_view what, Split split);
+    FieldLine(std::string_view text, int line, std::size_t count, std::string_view what,
+              Split split);
     FieldLine(const FieldLine&) = delete;
     FieldLine& operator=(const FieldLine&) = delete;
 
@@ -116,10 +119,10 @@ public:
 private:
     void split(std::size_t count, Split split);
 
-    std::string text_;
+    std::string_view text_;
     int line_;
     std::string_view what_;
-    std::vector<std::string_view> fields_;
+    std::array<std::string_view, kMaxFields> fields_{};
 };
 
 // `#<vnum>`: the number after the first `#`, read as the server reads it:

@@ -43,8 +43,10 @@ TextWriter& TextWriter::tildeString(std::string_view value) {
 }
 
 TextWriter& TextWriter::tildeText(std::string_view value) {
-    append(value);
-    out_ += eol_;
+    if (!value.empty()) {
+        append(value);
+        out_ += eol_;
+    }
     out_ += '~';
     out_ += eol_;
     return *this;

@@ -1,6 +1,8 @@
 #pragma once
 // Writing zone-file text: every line ends with the file's line end, multi-line
-// texts are followed by a line break and a `~` on a line of its own.
+// texts are followed by a line break and a `~` on a line of its own.  In an
+// LF file each CR LF held in a text becomes LF, the exact reverse of what the
+// reader does, so a CR of the text itself is written back.
 
 #include <cstdint>
 #include <string>
@@ -20,8 +22,15 @@ public:
     TextWriter& header(std::int32_t vnum);
     // A one-line tilde string: `value~`.
     TextWriter& tildeString(std::string_view value);
-    // A multi-line tilde text: the value, a line break, `~` alone.
+    // A multi-line tilde text: the value, a line break, `~` alone; an empty
+    // value is the `~` line alone, which the server reads as no text (an
+    // empty line before it would be a text of one blank line).
     TextWriter& tildeText(std::string_view value);
+    // Bytes as they stand, line ends included (a record as it was read).
+    TextWriter& raw(std::string_view bytes) {
+        out_ += bytes;
+        return *this;
+    }
     // The file's end line.
     TextWriter& end() { return line("$"); }
 

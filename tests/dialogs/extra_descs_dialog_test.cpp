@@ -17,7 +17,7 @@ private slots:
 };
 
 void ExtraDescsDialogTest::script_data() {
-    QTest::addColumn<int>("count");  // pairs k0:0, k1:1, ...; two pairs have one more after a gap
+    QTest::addColumn<int>("count");  // pairs k0:0, k1:1, ...; two pairs have a slot set after them
     QTest::addColumn<bool>("room");
     QTest::addColumn<QStringList>("steps");
     const auto row = [](const QString& name, int count, const QStringList& steps,
@@ -28,7 +28,7 @@ void ExtraDescsDialogTest::script_data() {
 
     row("no pairs", 0, {"?title=Extra Descriptions [0/127], listExtraDescs=, " + idle +
                         ", !buttonRemoveAll, buttonClearAll, buttonDone, buttonCancel, changed=-"});
-    row("empty keywords end the list", 2, {"?listExtraDescs=k0/k1, " + idle + ", buttonRemoveAll"});
+    row("only the pairs in use are listed", 2, {"?listExtraDescs=k0/k1, " + idle + ", buttonRemoveAll"});
 
     row("texts refuse ~ and what Latin-1 lacks", 0, {"textKeywords:type:Caf\u00e9~5\u20ac",
         "textDesc:type:Caf\u00e9~5\u20ac", "?textKeywords=Caf\u00e95, textDesc=Caf\u00e95"});
@@ -93,11 +93,11 @@ void ExtraDescsDialogTest::script() {
     QFETCH(int, count);
     QFETCH(bool, room);
     QFETCH(QStringList, steps);
-    std::array<ExtraDesc, kExtraDescSlots> records[2]{};
-    records[0][0] = {"other", "Not this record."};
+    ExtraDescList records[2];
+    records[0].append() = {"other", "Not this record."};
     for (int i = 0; i < count; ++i)
-        records[1][i] = {"k" + std::to_string(i), std::to_string(i)};
-    if (count == 2)  // a pair after the empty slot that ends the list
+        records[1].append() = {"k" + std::to_string(i), std::to_string(i)};
+    if (count == 2)  // a slot after the pairs in use
         records[1][3] = {"hidden", "3"};
     int calls = 0;
     QWidget owner;
@@ -107,20 +107,17 @@ void ExtraDescsDialogTest::script() {
     QPointer<ExtraDescsDialog> dialog = new ExtraDescsDialog(
         {room ? "formRoomExtraDescs" : "formObjectExtraDescs",
          room ? "Room Extra Descriptions" : "Object Extra Descriptions",
-         [&](int record) { return std::span<ExtraDesc>(records[record]); }, [&] { ++calls; }, room},
+         [&](int record) -> ExtraDescList& { return records[record]; }, [&] { ++calls; }, room},
         &owner, prompts);
     dialog->SetupForm(1);
     dialog->show();
     // A window of its own, so that disabling the owner leaves it usable.
     QVERIFY(!dialog->parent() && dialog->testAttribute(Qt::WA_DeleteOnClose));
-    // Besides the dialog: the record's pairs ("keywords:desc" up to the last
-    // in use), its slot 127, the other record, the owner's HasChanged calls.
+    // Besides the dialog: the record's pairs in use ("keywords:desc"), its slot 127, the other record, the owner's HasChanged calls.
     const auto probe = [&](const QString& name) -> std::optional<QString> {
         QStringList pairs;
-        for (const ExtraDesc& pair : records[1])
-            pairs.append(fromBytes(pair.Keywords + ":" + pair.Desc));
-        while (!pairs.isEmpty() && pairs.last() == ":")
-            pairs.removeLast();
+        for (std::size_t slot = 0; slot < records[1].count(); ++slot)
+            pairs.append(fromBytes(records[1][slot].Keywords + ":" + records[1][slot].Desc));
         const std::map<QString, QString> values{
             {"pairs", pairs.join('/')}, {"slot127", pairs.value(127, ":")},
             {"calls", QString::number(calls)}, {"other", fromBytes(records[0][0].Keywords)},

@@ -64,6 +64,7 @@ void MobileFileTest::reads_data() {
         << "#0 [] [] [] [] [0] [0] 0 [] 0 0 0 [0] [0] 0 0 0 0 0";
     QTest::newRow("two blanks in the flags line: an empty flag text")
         << kHead + "abg  -5 S" + kTail + "|$" << 1 << QString(kS).replace("[0] [0] 0", "[abg] [] -5");
+    QTest::newRow("the empty zone") << "$~" << 0 << "#0 [] [] [] [] [] [] 0 [] 0 0 0 [0] [0] 0 0 0 0 0";
     QTest::newRow("dice as text, positions and gender beyond the options")
         << kHead + "0 0 0 S|1 2 3 7 1d6+-2|0 0|7 3 5|$" << 1
         << QString(kS).replace("[1d1+1] [1d1+1] 0 0 8 8 0", "[7] [1d6+-2] 0 0 7 3 5");
@@ -103,7 +104,7 @@ void MobileFileTest::writes_data() {
     // clang-format off
     QTest::newRow("what the reader drops is not written")
         << "#1|a~ junk|b~|L~|D|~ junk|0 0 +5 S extra|1  2 3 1d1+1 1d1+1 more|0 0 0|8 8 0 0|$~"
-        << head + "0 0 5 S|1 2 3 1d1+1 1d1+1|0 0|8 8 0|$";
+        << head + "0 0 5 S|1 2 3 1d1+1 1d1+1|0 0|8 8 0|$~";
     QTest::newRow("extended lines in keyword order, zeros left out")
         << E + "|StrAdd: 50|BareHandAttack: 0|Attack: 3|Str: 18|E|$" << E + "|Str: 18|StrAdd: 50|E|$";
     QTest::newRow("bare-hand attack 5") << E + "|BareHandAttack: 5|E|$" << "=";
@@ -112,12 +113,14 @@ void MobileFileTest::writes_data() {
         << head + "0 0 0 S" + kTail + "|Con: 9|E|$" << "=";
     QTest::newRow("negative alignment, zero gold")
         << head + "0 0 -350 S|1 -2 -3 1d1+1 1d1+1|0 -7|8 8 0|$" << "=";
-    QTest::newRow("empty descriptions and one of three lines")
-        << "#1|a~|~|~|one||three|~|0 0 0 S" + kTail + "|$"
-        << "#1|a~|~||~|one||three|~|0 0 0 S" + kTail + "|$";
+    QTest::newRow("empty descriptions as ~ alone, one of three lines")
+        << "#1|a~|~|~|one||three|~|0 0 0 S" + kTail + "|$" << "=";
+    QTest::newRow("empty descriptions read as an empty line and ~")
+        << "#1|a~|~||~||~|0 0 0 S" + kTail + "|$" << "#1|a~|~|~|~|0 0 0 S" + kTail + "|$";
     QTest::newRow("empty flag texts written as 0") << kHead + "  0 S" + kTail + "|$"
-        << "#1|a~|b~||~||~|0 0 0 S" + kTail + "|$";
-    QTest::newRow("no mobiles: slot 0 cleared") << "" << "#0|~|~||~||~|0 0 0 |0 0 0 0 0|0 0|0 0 0|$";
+        << kHead + "0 0 0 S" + kTail + "|$";
+    QTest::newRow("no mobiles: the end line alone") << "" << "$";
+    QTest::newRow("the empty zone") << "$" << "=";
     // clang-format on
 }
 

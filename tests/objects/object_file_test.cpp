@@ -62,6 +62,9 @@ void ObjectFileTest::reads_data() {
     QTest::newRow("next object after the blocks") << bread("#3009", "A|1 1|" + bread("#3001")) << 2
         << kBread + " A1 1";
     QTest::newRow("$~ ends the file") << bread("#3009", "$~") << 1 << kBread;
+    QTest::newRow("the empty zone") << "$" << 0 << "#0 [] [] [] [] 0 [] [] 0 0 0 0 0 0 0";
+    QTest::newRow("empty keywords and location 0 in the lists")
+        << kHead + "E|~|x|~|E|k~|y|~|A|0 5|A|3 1|$" << 1 << kShown + " E[] [x] E[k] [y] A0 5 A3 1";
     // clang-format on
 }
 
@@ -96,14 +99,15 @@ void ObjectFileTest::writes_data() {
     // clang-format off
     QTest::newRow("no blocks: the next object follows at once") << kHead + kHead + "$" << "=";
     QTest::newRow("extra descriptions before affects, a line break before each ~")
-        << kHead + "A|3  +1 |E|k~|hello~|E|l~|~|$" << kHead + "E|k~|hello|~|E|l~||~|A|3 1|$";
+        << kHead + "A|3  +1 |E|k~|hello~|E|l~||~|$" << kHead + "E|k~|hello|~|E|l~|~|A|3 1|$";
     QTest::newRow("action description as it stands") << "#1|a~|b~|c~|line||~|1 0 0|0 0 0 0|0 0 0|$" << "=";
     QTest::newRow("flag texts as read, numbers plain")
         << "#+1|a~|b~|c~|~|+5 hg 8193 extra|-0 +3 -4 0  |007 5 1|$"
         << "#1|a~|b~|c~|~|5 hg 8193|0 3 -4 0|7 5 1|$";
-    QTest::newRow("lists up to their first empty entry")
-        << kHead + "E|k~|d|~|E|~|x|~|E|lost~|y|~|A|1 2|A|0 5|A|3 1|$" << kHead + "E|k~|d|~|A|1 2|$";
-    QTest::newRow("no objects: slot 0 cleared") << "" << "#0|~|~|~|~|0  |0 0 0 0|0 0 0|$";
+    QTest::newRow("empty keywords and location 0 kept in their place")
+        << kHead + "E|k~|d|~|E|~|x|~|E|~|~|E|kept~|y|~|A|1 2|A|0 5|A|3 1|A|0 0|$" << "=";
+    QTest::newRow("no objects: the end line alone") << "" << "$";
+    QTest::newRow("the empty zone") << "$" << "=";
     // clang-format on
 }
 
@@ -111,7 +115,12 @@ void ObjectFileTest::clearingKeepsWhatLivesBesideTheFile() {
     // The light's duration and the affects' captions belong to the dialogs,
     // not to the file: a save's reload keeps them.
     auto table = std::make_unique<ObjectTable>();
-    readObjects(test::lines(bread("#3009", "A|1 2|A|3 4|$"), "\n"), *table);
+    // Every field the file gives is set, and the record keeps its bytes.
+    readObjects(test::lines("#3009|bread~|a bread~|A bread.~|Munch.~|19 a b|24 1 2 3|1 50 50|"
+                            "E|k~|d|~|A|1 2|A|3 4|$",
+                            "\n"),
+                *table);
+    QVERIFY(!(*table)[0].Source.empty());
     (*table)[0].SavedLightDuration = 24;
     (*table)[0].Affects[1].LocationName = "Int";
     (*table)[5].Values[2] = 7;

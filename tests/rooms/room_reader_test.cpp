@@ -40,6 +40,11 @@ void RoomReaderTest::reads_data() {
         << "#1 [R] [] [0] 1 North=0 [] [] 0 -1 2 E[k] []";
     QTest::newRow("name keeps blanks, rest of ~ lines dropped") << "#1|  Two  ~ junk|~ junk|30 0 0|S|$"
         << 1 << "#1 [  Two  ] [] [0] 0";
+    QTest::newRow("the empty zone") << "$" << 0 << "#0 [] [] [] 0";
+    QTest::newRow("the empty zone, $~") << "$~" << 0 << "#0 [] [] [] 0";
+    QTest::newRow("exit and extra descriptions with empty keywords")
+        << R + "D0|~|~|0 -1 2|E|~|first|~|E|k~|second|~|E|~|~|S|$" << 1
+        << "#1 [R] [] [0] 0 North=0 [] [] 0 -1 2 E[] [first] E[k] [second] E[] []";
     QTest::newRow("file order kept") << "#3005|B~|~|30 0 0|S|#3001|A~|~|30 0 0|S|$" << 2
         << "#3005 [B] [] [0] 0";
     // clang-format on
@@ -50,7 +55,6 @@ void RoomReaderTest::refuses_data() {
     const QString R = "#1|R~|~|30 0 0|";
     // clang-format off
     QTest::newRow("header without #") << "3001|R~|~|30 0 0|S|$" << 1 << "a room header";
-    QTest::newRow("only the end line") << "$" << 1 << "a room header";
     QTest::newRow("empty file") << "" << 1 << "a room header";
     QTest::newRow("numbers line too short") << "#1|R~|~|30 0|S|$" << 4 << "the line \"<zone>";
     QTest::newRow("sector not a number") << "#1|R~|~|30 0 x|S|$" << 4 << "the line \"<zone>";

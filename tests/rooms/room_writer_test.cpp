@@ -14,24 +14,26 @@ private slots:
 
 void RoomWriterTest::writes_data() {
     test::writeColumns();
-    const QString R = QStringLiteral("#1|R~||~|30 0 0|");
+    const QString R = QStringLiteral("#1|R~|~|30 0 0|");
     // clang-format off
     QTest::newRow("no exits, no extras: six lines") << "#3001|Bakery~|Warm.|~|30 0 1|S|$" << "=";
-    QTest::newRow("empty description: an empty line, then ~") << "#1|R~|~|30 ad 0|S|$" << "#1|R~||~|30 ad 0|S|$";
-    QTest::newRow("exits in the order D0 D2 D1 D3 D4 D5")
+    QTest::newRow("empty description: ~ alone") << "#1|R~|~|30 ad 0|S|$" << "=";
+    QTest::newRow("empty texts read as an empty line and ~: ~ alone")
+        << "#1|R~||~|30 0 0|D0||~|~|0 -1 1|E|k~||~|S|$" << R + "D0|~|~|0 -1 1|E|k~|~|S|$";
+    QTest::newRow("exits in the order of their direction numbers")
         << R + "D5|d|~|~|0 -1 -1|D4|~|~|0 -1 5|D3|~|~|0 -1 4|D1|e|~|door~|1 3005 3|D2|~|~|0 -1 2|D0|~|~|0 -1 1|S|$"
-        << R + "D0||~|~|0 -1 1|D2||~|~|0 -1 2|D1|e|~|door~|1 3005 3|D3||~|~|0 -1 4|D4||~|~|0 -1 5|D5|d|~|~|0 -1 -1|S|$";
-    QTest::newRow("extras up to the first empty keywords")
-        << R + "E|oven~|A hot oven.|~|E|bread~|One.|Two.|~|E|~|unseen|~|E|lost~|x|~|S|$"
-        << R + "E|oven~|A hot oven.|~|E|bread~|One.|Two.|~|S|$";
+        << R + "D0|~|~|0 -1 1|D1|e|~|door~|1 3005 3|D2|~|~|0 -1 2|D3|~|~|0 -1 4|D4|~|~|0 -1 5|D5|d|~|~|0 -1 -1|S|$";
+    QTest::newRow("extras with empty keywords kept in their place")
+        << R + "E|oven~|A hot oven.|~|E|bread~|One.|Two.|~|E|~|unseen|~|E|~|~|E|lost~|x|~|S|$" << "=";
     QTest::newRow("the editor's zone, flags 12 and sector 9 as read") << "#1|R~|~|77 12 9|S|$"
-        << "#1|R~||~|30 12 9|S|$";
-    QTest::newRow("what the reader drops is not written")
+        << "#1|R~|~|30 12 9|S|$";
+    QTest::newRow("what the reader drops is not written, the end line is kept")
         << "#1 |R~ junk|Desc~|77 0 +1 extra|D1 |~ junk|k~ junk|1  -1   +2|E |k~|x|~|S junk|$~"
-        << "#1|R~|Desc|~|30 0 1|D1||~|k~|1 -1 2|E|k~|x|~|S|$";
+        << "#1|R~|Desc|~|30 0 1|D1|~|k~|1 -1 2|E|k~|x|~|S|$~";
     QTest::newRow("exits after extras come first, empty flag text kept")
-        << "#1|R~|~|30  0|E|k~|~|D5|~|~|0 0 1|S|$" << "#1|R~||~|30  0|D5||~|~|0 0 1|E|k~||~|S|$";
-    QTest::newRow("no rooms: slot 0 cleared") << "" << "#0|~||~|30  0|S|$";
+        << "#1|R~|~|30  0|E|k~|~|D5|~|~|0 0 1|S|$" << "#1|R~|~|30  0|D5|~|~|0 0 1|E|k~|~|S|$";
+    QTest::newRow("no rooms: the end line alone") << "" << "$";
+    QTest::newRow("the empty zone") << "$" << "=";
     // clang-format on
 }
 

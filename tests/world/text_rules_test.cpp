@@ -45,7 +45,7 @@ void TextRulesTest::multiLineText() {
     QFETCH(QByteArray, value);
     TextReader in(std::string_view(file.constData(), std::size_t(file.size())));
     QCOMPARE(QByteArray::fromStdString(in.readTildeText("text")), value);
-    QCOMPARE(in.readLine("next"), std::string("next"));
+    QCOMPARE(std::string(in.readLine("next")), std::string("next"));
     // Written in the file's line ends and read again, the value is the same.
     TextWriter out(in.lineEnd());
     TextReader again(out.tildeText(value.toStdString()).text());
