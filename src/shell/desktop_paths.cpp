@@ -19,7 +19,10 @@ bool sameFolder(const QString& a, const QString& b) {
 QString recentFolder(const QString& progDir, const QString& buildDir) {
     if (!buildDir.isEmpty() && sameFolder(progDir, buildDir))
         return QDir::fromNativeSeparators(progDir);
-    return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
+    // ~/.config/Marl on Linux (the per-application location would repeat
+    // the name, as ~/.config/Marl/Marl).
+    return QDir(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation))
+        .filePath(QStringLiteral("Marl"));
 }
 
 QString dialogFolder(const QString& lastDir, const QString& progDir, const QString& extension) {

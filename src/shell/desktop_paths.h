@@ -8,8 +8,9 @@ namespace marl {
 
 // The folder recent.dat lives in.  A program run from the folder it was built
 // in keeps it beside itself; anywhere else (installed under /usr, a package,
-// a copied bundle) it goes to the user's configuration folder, even when the
-// program's own folder could be written (as it can for root).
+// a copied bundle) it goes to the user's configuration folder, ~/.config/Marl
+// on Linux, even when the program's own folder could be written (as it can
+// for root).
 QString recentFolder(const QString& progDir, const QString& buildDir);
 
 // The folder a New or Open dialog of a kind starts in: the folder of the last

@@ -57,10 +57,6 @@ class FormMainTest : public QObject {
 
     QString zonePath() const { return QDir::fromNativeSeparators(zoneDir->path()) + '/'; }
     QString recentDat() const { return QDir(progDir->path()).filePath("recent.dat"); }
-    static QString configRecentDat() {
-        return QDir(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation))
-            .filePath("recent.dat");
-    }
 
 private slots:
     void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
@@ -71,7 +67,6 @@ private slots:
         prompts.reset();
         chooser = {};
         log = {};
-        QFile::remove(configRecentDat());
     }
 
     void cleanup() {
