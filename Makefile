@@ -2,12 +2,15 @@
 #   make run    install what is missing, build, start the editor
 #   make test   install what is missing, build, run the whole suite
 #   make asan   the suite again under the address and undefined-behaviour sanitizers
+#   make package  a Debian package, marl_<version>_<arch>.deb, in this folder
 
 PACKAGES := cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools libgl-dev
+# Checks of the installed desktop files, and dpkg-shlibdeps for the package.
+PACKAGES += desktop-file-utils appstream shared-mime-info dpkg-dev
 SUDO := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 
-.PHONY: all deps build run test asan bench clean
+.PHONY: all deps build run test asan bench package clean
 
 all: build
 
@@ -38,6 +41,11 @@ asan: deps
 
 bench: build
 	./build/bench/marl-bench ../shared/corpus
+
+package: build
+	rm -f build/marl_*.deb
+	cd build && cpack -G DEB
+	cp build/marl_*.deb .
 
 clean:
 	rm -rf build build-asan
