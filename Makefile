@@ -4,15 +4,18 @@
 #   make asan   the suite again under the address and undefined-behaviour sanitizers
 #   make fuzz   each fuzz target for FUZZ_SECONDS (60) seconds; `make test` runs
 #               each briefly as a smoke run (fuzz/run smoke)
+#   make package  a Debian package, marl_<version>_<arch>.deb, in this folder
 
 PACKAGES := cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools libgl-dev
+# Checks of the installed desktop files, and dpkg-shlibdeps for the package.
+PACKAGES += desktop-file-utils appstream shared-mime-info dpkg-dev
 # The fuzz targets are built with clang and its libFuzzer.
 test fuzz fuzz-build: PACKAGES += clang libclang-rt-dev
 SUDO := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 FUZZ_SECONDS ?= 60
 
-.PHONY: all deps build run test asan bench fuzz fuzz-build clean
+.PHONY: all deps build run test asan bench fuzz fuzz-build package clean
 
 all: build
 
@@ -51,6 +54,11 @@ fuzz: fuzz-build
 
 bench: build
 	./build/bench/marl-bench ../shared/corpus
+
+package: build
+	rm -f build/marl_*.deb
+	cd build && cpack -G DEB
+	cp build/marl_*.deb .
 
 clean:
 	rm -rf build build-asan build-fuzz

@@ -3,11 +3,14 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
+#include <QDropEvent>
 #include <QFileInfo>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QVBoxLayout>
 
+#include "shell/desktop_paths.h"
 #include "shell/file_chooser.h"
 #include "shell/prompts.h"
 #include "widgets/qt_text.h"
@@ -49,12 +52,40 @@ QString menuText(QString title) {
     return title.replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
 
+// The editor kind of a file by its extension (case as the server names
+// them), or -1 when it is none of the three.
+int kindOfFile(const QString& fileName) {
+    for (int kind = KindMobile; kind <= KindObject; ++kind)
+        if (fileName.endsWith(QLatin1String(kindInfo(kind).extension)))
+            return kind;
+    return -1;
+}
+
 } // namespace
 
-FormMain::FormMain(const QString& progDir, Prompts& prompts, FileChooser& chooser, QWidget* parent)
+class FormMain::KindHost : public EditorHost {
+public:
+    KindHost(FormMain& main, int kind) : main_(main), kind_(kind) {}
+    QString fileDir() const override { return fileDir_; }
+    Prompts& prompts() override { return main_.prompts_; }
+    void editorClosed() override { main_.editorClosed(kind_); }
+
+    QString fileDir_;
+    QPointer<QWidget> window;
+
+private:
+    FormMain& main_;
+    int kind_;
+};
+
+FormMain::FormMain(const QString& progDir, const QString& recentDir, Prompts& prompts,
+                   FileChooser& chooser, QWidget* parent)
     : QMainWindow(parent), progDir_(QDir::fromNativeSeparators(progDir)), prompts_(prompts),
-      chooser_(chooser), recent_(progDir) {
+      chooser_(chooser), recent_(recentDir) {
     setObjectName(QStringLiteral("formMain"));
+    setAcceptDrops(true);
+    for (int kind = KindMobile; kind <= KindObject; ++kind)
+        hosts_[kind] = std::make_unique<KindHost>(*this, kind);
     if (progDir_.endsWith(QLatin1Char('/')) && progDir_.size() > 1)
         progDir_.chop(1);
     fileDir_ = withSlash(progDir_);
@@ -78,8 +109,16 @@ FormMain::FormMain(const QString& progDir, Prompts& prompts, FileChooser& choose
 }
 
 FormMain::~FormMain() {
-    delete editorWindow_.data();
+    for (const auto& host : hosts_)
+        delete host->window.data();
     delete aboutWindow_.data();
+}
+
+QWidget* FormMain::openEditor(int kind) const {
+    for (int each = KindMobile; each <= KindObject; ++each)
+        if ((kind < 0 || kind == each) && hosts_[each]->window)
+            return hosts_[each]->window;
+    return nullptr;
 }
 
 void FormMain::setEditorFactory(int kind, EditorFactory factory) {
@@ -150,54 +189,81 @@ void FormMain::ChProgDir() {
     QDir::setCurrent(progDir_);
 }
 
-void FormMain::LoadEditor(int kind, bool isNew, bool useDialog, int recentIndex) {
-    if (kind < KindMobile || kind > KindObject || editorWindow_)
-        return;
-    const KindInfo& info = kindInfo(kind);
-    const EditorFactory& factory = factories_[static_cast<std::size_t>(kind)];
-    if (!factory) {
-        // Said before the dialog, so that no file goes into the recent list
-        // for an editor this version does not have.
-        prompts_.tell(tr("The %1 editor is not available in this version.")
-                          .arg(QString::fromLatin1(info.name).toLower()));
-        return;
-    }
-    QString fileTitle;
-    QString directory;
-    if (useDialog) {
-        const QString fileWord = QString::fromLatin1(info.fileWord);
-        FileRequest request;
-        request.save = isNew;
-        request.title =
-            QStringLiteral("%1 %2 File").arg(QLatin1String(isNew ? "New" : "Open"), fileWord);
-        request.filter =
-            QStringLiteral("%1 files (*%2)").arg(fileWord, QLatin1String(info.extension));
-        request.defaultSuffix = QString::fromLatin1(info.extension + 1);
-        request.directory = progDir_;
-        const QString path = chooser_.choose(request);
-        if (path.isEmpty())
-            return; // cancelled: nothing to say
-        const QFileInfo chosen(path);
-        fileTitle = chosen.fileName();
-        directory = withSlash(chosen.absolutePath());
-    } else {
-        const RecentEntry& entry = recent_.entry(kind, recentIndex);
-        if (entry.isEmpty())
-            return;
-        fileTitle = entry.fileTitle;
-        directory = entry.directory;
-    }
+bool FormMain::editorAvailable(int kind) {
+    if (factories_[static_cast<std::size_t>(kind)])
+        return true;
+    // Said before any dialog, so that no file goes into the recent list for
+    // an editor this version does not have.
+    prompts_.tell(tr("The %1 editor is not available in this version.")
+                      .arg(QString::fromLatin1(kindInfo(kind).name).toLower()));
+    return false;
+}
 
+QString FormMain::dialogFolder(int kind) const {
+    return marl::dialogFolder(recent_.entry(kind, 0).directory, progDir_,
+                              QString::fromLatin1(kindInfo(kind).extension));
+}
+
+void FormMain::LoadEditor(int kind, bool isNew, bool useDialog, int recentIndex) {
+    if (kind < KindMobile || kind > KindObject || openEditor() || !editorAvailable(kind))
+        return;
+    if (!useDialog) {
+        const RecentEntry& entry = recent_.entry(kind, recentIndex);
+        if (!entry.isEmpty())
+            openFile(kind, false, entry.directory, entry.fileTitle, false);
+        return;
+    }
+    const KindInfo& info = kindInfo(kind);
+    const QString fileWord = QString::fromLatin1(info.fileWord);
+    FileRequest request;
+    request.save = isNew;
+    request.title =
+        QStringLiteral("%1 %2 File").arg(QLatin1String(isNew ? "New" : "Open"), fileWord);
+    request.filter = QStringLiteral("%1 files (*%2)").arg(fileWord, QLatin1String(info.extension));
+    request.defaultSuffix = QString::fromLatin1(info.extension + 1);
+    request.directory = dialogFolder(kind);
+    const QString path = chooser_.choose(request);
+    if (path.isEmpty())
+        return; // cancelled: nothing to say
+    const QFileInfo chosen(path);
+    openFile(kind, isNew, withSlash(chosen.absolutePath()), chosen.fileName(), true);
+}
+
+void FormMain::openFiles(const QStringList& paths) {
+    std::array<bool, 3> given{};
+    for (const QString& path : paths) {
+        const QFileInfo file(path);
+        const int kind = kindOfFile(file.fileName());
+        if (kind < 0) {
+            prompts_.tell(tr("%1 is not opened: Marl opens world files (*.wld), mobile files "
+                             "(*.mob) and object files (*.obj).")
+                              .arg(file.fileName()));
+            continue;
+        }
+        if (given[kind] || openEditor(kind)) {
+            prompts_.tell(
+                tr("%1 is not opened: the %2 editor opens one file at a time.")
+                    .arg(file.fileName(), QString::fromLatin1(kindInfo(kind).name).toLower()));
+            continue;
+        }
+        given[kind] = true;
+        if (editorAvailable(kind))
+            openFile(kind, false, withSlash(file.absolutePath()), file.fileName(), true);
+    }
+}
+
+void FormMain::openFile(int kind, bool isNew, const QString& directory, const QString& fileTitle,
+                        bool listIt) {
     const std::optional<std::int32_t> zone = zoneFromFileName(toBytes(fileTitle));
     if (!zone) {
         prompts_.tell(tr("%1 cannot be opened: the name of a zone file begins with its zone "
                          "number, as in 30%2.")
-                          .arg(fileTitle, QString::fromLatin1(info.extension)));
+                          .arg(fileTitle, QString::fromLatin1(kindInfo(kind).extension)));
         return;
     }
     zoneNumber_ = *zone;
     fileDir_ = directory;
-    if (useDialog) {
+    if (listIt) {
         // The choice heads the list before the file is read, even if the
         // reading then fails.
         recent_.update(kind, fileDir_, fileTitle);
@@ -205,7 +271,9 @@ void FormMain::LoadEditor(int kind, bool isNew, bool useDialog, int recentIndex)
     }
     QDir::setCurrent(fileDir_);
 
-    ZoneEditor* editor = factory(*this);
+    KindHost& host = *hosts_[kind];
+    host.fileDir_ = fileDir_;
+    ZoneEditor* editor = factories_[static_cast<std::size_t>(kind)](host);
     QWidget* window = editor->window();
     if (isNew) {
         editor->newZone(zoneNumber_);
@@ -213,21 +281,46 @@ void FormMain::LoadEditor(int kind, bool isNew, bool useDialog, int recentIndex)
         QString error;
         if (!editor->openZone(zoneNumber_, error)) {
             window->deleteLater();
-            ChProgDir();
+            if (!openEditor())
+                ChProgDir();
             prompts_.tell(error);
             return;
         }
     }
-    editorWindow_ = window;
+    host.window = window;
     window->show();
     setEnabled(false);
 }
 
-void FormMain::editorClosed() {
-    editorWindow_ = nullptr;
+void FormMain::editorClosed(int kind) {
+    hosts_[kind]->window = nullptr;
+    if (openEditor())
+        return; // another editor given on the command line is still open
     ChProgDir();
     setEnabled(true);
     activateWindow();
+}
+
+void FormMain::dragEnterEvent(QDragEnterEvent* event) {
+    for (const QUrl& url : event->mimeData()->urls())
+        if (url.isLocalFile()) {
+            event->acceptProposedAction();
+            return;
+        }
+}
+
+void FormMain::dropEvent(QDropEvent* event) {
+    QStringList paths;
+    for (const QUrl& url : event->mimeData()->urls())
+        if (url.isLocalFile())
+            paths << url.toLocalFile();
+    if (paths.isEmpty())
+        return;
+    event->acceptProposedAction();
+    // Opened once the drop is over, so that the file manager is not kept
+    // waiting on a message box.
+    QMetaObject::invokeMethod(
+        this, [this, paths] { openFiles(paths); }, Qt::QueuedConnection);
 }
 
 void FormMain::showAbout() {
@@ -246,10 +339,10 @@ void FormMain::showAbout() {
 void FormMain::closeEvent(QCloseEvent* event) {
     // While an editor is open the main window is disabled and stays open;
     // otherwise closing it closes every other window without a question.
-    if (editorWindow_) {
+    if (QWidget* editor = openEditor()) {
         event->ignore();
-        editorWindow_->raise();
-        editorWindow_->activateWindow();
+        editor->raise();
+        editor->activateWindow();
         return;
     }
     if (aboutWindow_)

@@ -4,17 +4,12 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
-#include <QStandardPaths>
 
 namespace marl {
 
 namespace {
 
 const QString kFileName = QStringLiteral("recent.dat");
-
-QString configDir() {
-    return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
-}
 
 // Reads one quoted field starting at `pos` ("" inside stands for ").
 bool readQuoted(const QString& line, int& pos, QString& value) {
@@ -68,25 +63,16 @@ QString formatLine(int kind, const QString& directory, const QString& fileTitle)
 
 } // namespace
 
-RecentFiles::RecentFiles(QString progDir) : progDir_(std::move(progDir)) {}
+RecentFiles::RecentFiles(QString folder) : folder_(std::move(folder)) {}
 
 QString RecentFiles::storePath() const {
-    const QString inProgDir = QDir(progDir_).filePath(kFileName);
-    const QFileInfo file(inProgDir);
-    const QFileInfo dir(progDir_);
-    const bool writable = file.exists() ? file.isWritable() : dir.isDir() && dir.isWritable();
-    return writable ? inProgDir : QDir(configDir()).filePath(kFileName);
+    return QDir(folder_).filePath(kFileName);
 }
 
 void RecentFiles::load() {
     for (RecentEntry& entry : entries_)
         entry = {};
-    // Where it is kept now, else where an earlier run had to keep it.
-    QString path = storePath();
-    const QString inProgDir = QDir(progDir_).filePath(kFileName);
-    if (!QFileInfo::exists(path))
-        path = path == inProgDir ? QDir(configDir()).filePath(kFileName) : inProgDir;
-    QFile file(path);
+    QFile file(storePath());
     if (!file.open(QIODevice::ReadOnly))
         return;
     std::array<int, kFileKinds> counts{};
@@ -129,13 +115,7 @@ bool RecentFiles::update(int kind, const QString& directory, const QString& file
     for (int index = kRecentPerKind - 1; index > 0; --index)
         list[index] = list[index - 1];
     list[0] = {directory, fileTitle};
-    const QString path = storePath();
-    if (writeTo(path))
-        return true;
-    // The program's directory could not be written after all (an installed
-    // program): keep the list in the user's configuration directory.
-    const QString fallback = QDir(configDir()).filePath(kFileName);
-    return path != fallback && writeTo(fallback);
+    return writeTo(storePath());
 }
 
 } // namespace marl

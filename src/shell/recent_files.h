@@ -21,17 +21,15 @@ struct RecentEntry {
 
 class RecentFiles {
 public:
-    // `progDir` is the program's directory, where recent.dat lives when the
-    // program may write there; otherwise it lives in the user's
-    // configuration directory.
-    explicit RecentFiles(QString progDir);
+    // `folder` is where recent.dat lives (see recentFolder()).
+    explicit RecentFiles(QString folder);
 
     // Reads recent.dat; a missing file leaves every list empty, and a line
     // that is not a valid entry ends the reading, keeping what was read.
     void load();
     // Puts a chosen file at the top of its kind's list (dropping the fourth)
-    // and rewrites recent.dat.  Returns false when it could be written
-    // nowhere; the list in memory is updated all the same.
+    // and rewrites recent.dat.  Returns false when it could not be written;
+    // the list in memory is updated all the same.
     bool update(int kind, const QString& directory, const QString& fileTitle);
 
     const RecentEntry& entry(int kind, int index) const {
@@ -43,7 +41,7 @@ public:
 private:
     bool writeTo(const QString& path) const;
 
-    QString progDir_;
+    QString folder_;
     std::array<RecentEntry, kFileKinds * kRecentPerKind> entries_;
 };
 
