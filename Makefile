@@ -36,9 +36,10 @@ build: deps
 run: build
 	./build/marl
 
+# The fuzz smoke run comes first so that the suite's summary closes the output.
 test: build fuzz-build
-	ctest --preset default -j $(JOBS)
 	fuzz/run smoke
+	ctest --preset default -j $(JOBS)
 
 asan: deps
 	cmake --preset asan
