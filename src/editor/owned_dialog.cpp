@@ -1,4 +1,4 @@
-#include "dialogs/owned_dialog.h"
+#include "editor/owned_dialog.h"
 
 #include <QCloseEvent>
 
@@ -6,17 +6,20 @@
 
 namespace marl {
 
-OwnedDialog::OwnedDialog(QWidget* owner, Prompts& prompts, const QString& thing)
-    : prompts_(prompts), owner_(owner), thing_(thing) {
+DialogQuestions DialogQuestions::notSaved(const QString& thing) {
+    return {QStringLiteral("Changes to %1 Not Saved.").arg(thing),
+            QStringLiteral("%1 Not Saved").arg(thing)};
+}
+
+DialogQuestions DialogQuestions::madeChanges(const QString& thing) {
+    return {QStringLiteral("Changes to %1 Have Been Made.").arg(thing),
+            QStringLiteral("%1 Changed").arg(thing)};
+}
+
+OwnedDialog::OwnedDialog(DialogOwner& owner, Prompts& prompts, DialogQuestions questions)
+    : prompts_(prompts), owner_(&owner), ownerWindow_(owner.ownerWindow()),
+      questions_(std::move(questions)) {
     setAttribute(Qt::WA_DeleteOnClose);
-}
-
-QString OwnedDialog::notSavedLine() const {
-    return QStringLiteral("Changes to %1 Not Saved.").arg(thing_);
-}
-
-QString OwnedDialog::notSavedTitle() const {
-    return QStringLiteral("%1 Not Saved").arg(thing_);
 }
 
 bool OwnedDialog::mayCancel() {
@@ -41,6 +44,11 @@ void OwnedDialog::onClearAll(QWidget* focus) {
     focus->setFocus();
 }
 
+void OwnedDialog::tellOwnerStored() {
+    if (ownerWindow_)
+        owner_->dialogStored();
+}
+
 void OwnedDialog::finish() {
     closing_ = true;
     close();
@@ -54,9 +62,9 @@ void OwnedDialog::closeEvent(QCloseEvent* event) {
     }
     closing_ = true;
     event->accept();
-    if (owner_) {
-        owner_->setEnabled(true);
-        owner_->activateWindow();
+    if (ownerWindow_) {
+        ownerWindow_->setEnabled(true);
+        ownerWindow_->activateWindow();
     }
 }
 
