@@ -5,9 +5,9 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QStyledItemDelegate>
 #include <algorithm>
-#include <QShortcut>
 
 #include "shell/prompts.h"
 #include "widgets/qt_text.h"
@@ -172,8 +172,8 @@ void EditorWindow::fitListToNames() {
     const QFontMetrics metrics(listSelect_->font());
     int widest = 0;
     for (int line = 0; line < listSelect_->count(); ++line)
-        widest = std::max(widest,
-                          metrics.horizontalAdvance(shownLine(listSelect_->item(line)->text())));
+        widest =
+            std::max(widest, metrics.horizontalAdvance(shownLine(listSelect_->item(line)->text())));
     // The item's own margins, the scroll bar and the frame.
     const int wanted = widest + 3 * metrics.horizontalAdvance(QLatin1Char('0')) +
                        listSelect_->verticalScrollBar()->sizeHint().width() +
@@ -264,10 +264,10 @@ void EditorWindow::onListClicked() {
 
 void EditorWindow::onSave() {
     if (!fieldNumber(textVNum_)) {
-        host_.prompts().tell(twoLines(QStringLiteral("VNum Must Be a Number."),
-                                      QStringLiteral("Type the %1's VNum, then Save.")
-                                          .arg(noun_.toLower())),
-                             QStringLiteral("%1 Not Saved").arg(noun_));
+        host_.prompts().tell(
+            twoLines(QStringLiteral("VNum Must Be a Number."),
+                     QStringLiteral("Type the %1's VNum, then Save.").arg(noun_.toLower())),
+            QStringLiteral("%1 Not Saved").arg(noun_));
         textVNum_->setFocus();
         return;
     }
@@ -301,8 +301,7 @@ void EditorWindow::onSave() {
     document_.Changed = false;
 }
 
-void EditorWindow::tellFailure(SaveResult result, const QString& title,
-                               const std::string& error) {
+void EditorWindow::tellFailure(SaveResult result, const QString& title, const std::string& error) {
     if (result == SaveResult::WriteFailed)
         host_.prompts().tell(twoLines(QStringLiteral("%1 could not be written:").arg(fileName()),
                                       QString::fromLocal8Bit(error)),

@@ -20,7 +20,7 @@ private slots:
 };
 
 void FormRoomLayoutTest::fitsTheScreen_data() {
-    QTest::addColumn<QString>("path");  // empty: the small zone
+    QTest::addColumn<QString>("path"); // empty: the small zone
     QTest::newRow("small zone") << QString();
     for (const QString& path : corpusFiles(".wld"))
         QTest::newRow(qPrintable(QFileInfo(path).fileName())) << path;
@@ -47,22 +47,29 @@ void FormRoomLayoutTest::fitsTheScreen() {
     QCoreApplication::processEvents();
     QVERIFY(list->width() > listWidth);
     QVERIFY2(desc->width() > descSize.width() && desc->height() > descSize.height(),
-             qPrintable(QString("%1x%2 then %3x%4").arg(descSize.width()).arg(descSize.height())
-                            .arg(desc->width()).arg(desc->height())));
+             qPrintable(QString("%1x%2 then %3x%4")
+                            .arg(descSize.width())
+                            .arg(descSize.height())
+                            .arg(desc->width())
+                            .arg(desc->height())));
 }
 
 void FormRoomLayoutTest::tabOrder_data() {
-    QTest::addColumn<QString>("window");  // the editor, or the exit dialog of room 9501's West
+    QTest::addColumn<QString>("window"); // the editor, or the exit dialog of room 9501's West
     QTest::addColumn<QString>("from");
     QTest::addColumn<QStringList>("order");
-    QTest::newRow("editor") << "formRoom" << "textVNum" << QStringList{
-        "textName", "textDesc", "optionSecTypeCity", "checkExitNorth", "checkExitSouth",
-        "checkExitEast", "checkExitWest", "textWestToVNum", "buttonExitWest", "checkExitUp"};
-    QTest::newRow("editor flags to commands") << "formRoom" << "buttonClearExits" << QStringList{
-        "checkBitVDark", "checkBitVDeath"};
+    QTest::newRow("editor") << "formRoom"
+                            << "textVNum"
+                            << QStringList{"textName",       "textDesc",       "optionSecTypeCity",
+                                           "checkExitNorth", "checkExitSouth", "checkExitEast",
+                                           "checkExitWest",  "textWestToVNum", "buttonExitWest",
+                                           "checkExitUp"};
+    QTest::newRow("editor flags to commands")
+        << "formRoom"
+        << "buttonClearExits" << QStringList{"checkBitVDark", "checkBitVDeath"};
     QTest::newRow("exit dialog: the selected door kind")
-        << "formRoomDoor" << "textToVNum" << QStringList{"checkNowhere", "optionDoor",
-                                                         "textKeyVNum", "checkNoKey"};
+        << "formRoomDoor"
+        << "textToVNum" << QStringList{"checkNowhere", "optionDoor", "textKeyVNum", "checkNoKey"};
 }
 
 void FormRoomLayoutTest::tabOrder() {

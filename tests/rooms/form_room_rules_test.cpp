@@ -27,21 +27,24 @@ private slots:
 };
 
 void FormRoomRulesTest::dialogsChangeTheShownRoom_data() {
-    QTest::addColumn<QStringList>("steps");  // on the small zone
-    QTest::addColumn<int>("slot");           // the slot then shown
-    QTest::addColumn<QString>("exit");       // a present exit of that room
+    QTest::addColumn<QStringList>("steps"); // on the small zone
+    QTest::addColumn<int>("slot");          // the slot then shown
+    QTest::addColumn<QString>("exit");      // a present exit of that room
     QTest::newRow("after Save") << QStringList{"listRoomSelect:dclick:1", "textName:type:!", "yes",
-                                               "buttonSave:click"} << 1 << "West";
+                                               "buttonSave:click"}
+                                << 1 << "West";
     QTest::newRow("after Delete of an earlier room")
         << QStringList{"listRoomSelect:dclick:2", "listRoomSelect:line:0", "yes",
-                       "buttonDelete:click"} << 1 << "East";
+                       "buttonDelete:click"}
+        << 1 << "East";
     QTest::newRow("after Edit answered Yes")
-        << QStringList{"textName:type:!", "listRoomSelect:line:2", "yes", "buttonEdit:click"}
-        << 2 << "East";
+        << QStringList{"textName:type:!", "listRoomSelect:line:2", "yes", "buttonEdit:click"} << 2
+        << "East";
     QTest::newRow("after New with an existing VNum")
-        << QStringList{"buttonNew:click", "textVNum:type:01", "textName:type:Twin",
+        << QStringList{"buttonNew:click",      "textVNum:type:01",          "textName:type:Twin",
                        "checkExitNorth:click", "textNorthToVNum:type:9500", "yes",
-                       "buttonSave:click"} << 1 << "North";
+                       "buttonSave:click"}
+        << 1 << "North";
 }
 
 // After the steps, the exit dialog and the extra-descriptions dialog change
@@ -60,8 +63,8 @@ void FormRoomRulesTest::dialogsChangeTheShownRoom() {
     MARL_PLAY(s.play({"buttonExit" + exit + ":click"}));
     QWidget* door = topLevel("formRoomDoor");
     QVERIFY(door);
-    MARL_PLAY(play(door, s.host.script, {"?textFromVNum=" + vnum, "textKeywords:type:gate",
-                                         "buttonDone:click"}));
+    MARL_PLAY(play(door, s.host.script,
+                   {"?textFromVNum=" + vnum, "textKeywords:type:gate", "buttonDone:click"}));
     MARL_PLAY(s.play({"buttonExtraDescs:click"}));
     QWidget* extras = topLevel("formRoomExtraDescs");
     QVERIFY(extras);
@@ -76,28 +79,42 @@ void FormRoomRulesTest::dialogsChangeTheShownRoom() {
     const int exitSlot = exit == "North" ? 0 : exit == "East" ? 2 : 3;
     QCOMPARE(shown.Exits[exitSlot].Keywords.substr(shown.Exits[exitSlot].Keywords.size() - 4),
              std::string("gate"));
-    QCOMPARE(shown.ExtraDescs[extraDescCount(shown.ExtraDescs) - 1].Keywords,
-             std::string("mark"));
+    QCOMPARE(shown.ExtraDescs[extraDescCount(shown.ExtraDescs) - 1].Keywords, std::string("mark"));
 }
 
 void FormRoomRulesTest::keepsWork_data() {
-    QTest::addColumn<QStringList>("steps");  // on the small zone
+    QTest::addColumn<QStringList>("steps"); // on the small zone
     const QString addMark = "buttonExtraDescs:click";
     const QString file = "?file=" + smallRooms;
     // The dialog's change is dropped with the window's; a later save of
     // another room does not carry it into the file.
-    QTest::newRow("new discards a dialog's change") << QStringList{
-        addMark, "yes", "buttonNew:click", "?table=" + smallRooms, "textVNum:type:77",
-        "textName:type:Quay", "buttonSave:click", file + "; 9577 Quay 0/0"};
-    QTest::newRow("edit discards a dialog's change") << QStringList{
-        addMark, "listRoomSelect:line:1", "yes", "buttonEdit:click", "textName:type:!", "yes",
-        "buttonSave:click", QString(file).replace("Cottages", "Cottages!")};
+    QTest::newRow("new discards a dialog's change") << QStringList{addMark,
+                                                                   "yes",
+                                                                   "buttonNew:click",
+                                                                   "?table=" + smallRooms,
+                                                                   "textVNum:type:77",
+                                                                   "textName:type:Quay",
+                                                                   "buttonSave:click",
+                                                                   file + "; 9577 Quay 0/0"};
+    QTest::newRow("edit discards a dialog's change")
+        << QStringList{addMark,
+                       "listRoomSelect:line:1",
+                       "yes",
+                       "buttonEdit:click",
+                       "textName:type:!",
+                       "yes",
+                       "buttonSave:click",
+                       QString(file).replace("Cottages", "Cottages!")};
     QTest::newRow("no to the discard keeps it") << QStringList{
         addMark, "listRoomSelect:line:1", "no", "buttonEdit:click",
         "?table=" + QString(smallRooms).replace("+bell", "+bell +mark") + ", changed=x"};
-    QTest::newRow("delete discards a dialog's change") << QStringList{
-        addMark, "listRoomSelect:line:2", "yes", "yes", "buttonDelete:click",
-        "?file=" + smallRooms.left(smallRooms.indexOf("; 9502")) + ", changed=-"};
+    QTest::newRow("delete discards a dialog's change")
+        << QStringList{addMark,
+                       "listRoomSelect:line:2",
+                       "yes",
+                       "yes",
+                       "buttonDelete:click",
+                       "?file=" + smallRooms.left(smallRooms.indexOf("; 9502")) + ", changed=-"};
     // No to every Overwrite question stores and writes nothing.
     QTest::newRow("no to overwrite") << QStringList{
         addMark, "textName:type:!", "no", "buttonSave:click",
@@ -121,15 +138,16 @@ void FormRoomRulesTest::keepsWork() {
 // written, the builder is told, and nothing is lost.
 void FormRoomRulesTest::keptWhenNotReadBack() {
     EditorSession s(smallZone());
-    s.editor->rooms().setReader([](std::string_view, RoomTable&) -> int {
-        throw FormatError(1, "a room header");
-    });
+    s.editor->rooms().setReader(
+        [](std::string_view, RoomTable&) -> int { throw FormatError(1, "a room header"); });
     const QString written = QString(smallRooms).replace("The Landing", "The Landing!");
     MARL_PLAY(s.play({"textName:type:!", "yes", "ok", "buttonSave:click",
                       "?said=Overwrite Existing Room: Overwrite Existing Room? | Marl - "
-                      "Marlstone: 95.wld, line 1: expected a room header, table=" + written +
+                      "Marlstone: 95.wld, line 1: expected a room header, table=" +
+                          written +
                           ", listRoomSelect=9500\tThe Landing!/9501\tReed Cottages/9502\tThe "
-                          "Kitchen, index=0, changed=-, file=" + written}));
+                          "Kitchen, index=0, changed=-, file=" +
+                          written}));
 }
 
 void FormRoomRulesTest::stockRoomsSurviveSaving_data() {
@@ -169,7 +187,7 @@ void FormRoomRulesTest::stockRoomsSurviveSaving() {
         QCOMPARE(s.editor->recordCount(), count);
         QVERIFY2(normalised(roomTable()[slot]) == normalised(stock[slot]),
                  qPrintable(QString("room %1").arg(stock[slot].VNum)));
-        if (stock[slot].VNum == 3521)  // "35 1 3": a Dark room in digits
+        if (stock[slot].VNum == 3521) // "35 1 3": a Dark room in digits
             QVERIFY(hasFlag(roomTable()[slot].BitV, 'a'));
     }
 }
@@ -207,12 +225,12 @@ void FormRoomRulesTest::savingChangesOnlyThatRoom() {
     const int slot = count / 2;
     const std::string header = "#" + std::to_string(stock[slot].VNum) + "\n";
     const std::size_t start = original.find(header);
-    const std::size_t end = slot + 1 < count ? original.find("\n#", start + 1) + 1
-                                             : original.rfind("$");
+    const std::size_t end =
+        slot + 1 < count ? original.find("\n#", start + 1) + 1 : original.rfind("$");
     QVERIFY(start != std::string::npos && end != std::string::npos);
     EditorSession s(original, QFileInfo(path).baseName().toInt());
-    MARL_PLAY(s.play({"listRoomSelect:dclick:" + QString::number(slot), "textName:type:!",
-                      "yes", "buttonSave:click", "?changed=-"}));
+    MARL_PLAY(s.play({"listRoomSelect:dclick:" + QString::number(slot), "textName:type:!", "yes",
+                      "buttonSave:click", "?changed=-"}));
     const std::string written = s.bytes();
     QVERIFY(written.size() >= original.size() - (end - start));
     // Everything but the room saved, as one text so that a difference shows.
