@@ -208,7 +208,7 @@ void FormRoomRulesTest::emptyZone() {
     QEXPECT_FAIL("", "until the writer keeps untouched records", Abort);
     QVERIFY(s.opened);
     MARL_PLAY(s.play({"?listRoomSelect=, textVNum=9500, count=0, changed=-", "textName:type:Quay",
-                      "buttonSave:click", "?bytes=#9500/Quay~//~/95 0 0/S/$/"}));
+                      "buttonSave:click", "?file=9500 Quay 0/0, count=1, index=0, changed=-"}));
 }
 
 void FormRoomRulesTest::savingChangesOnlyThatRoom_data() {
