@@ -18,8 +18,10 @@ using ui::button;
 using ui::charWidth;
 using ui::frame;
 
-ExtraDescsDialog::ExtraDescsDialog(ExtraDescsVariant variant, QWidget* owner, Prompts& prompts)
-    : OwnedDialog(owner, prompts, QStringLiteral("Desc")), variant_(std::move(variant)) {
+ExtraDescsDialog::ExtraDescsDialog(ExtraDescsVariant variant, DialogOwner& owner,
+                                   Prompts& prompts)
+    : OwnedDialog(owner, prompts, DialogQuestions::notSaved(QStringLiteral("Desc"))),
+      variant_(std::move(variant)) {
     setObjectName(variant_.formName);
     setWindowTitle(variant_.frameCaption);
     buildLayout();
@@ -175,8 +177,7 @@ void ExtraDescsDialog::onAdd() {
     ClearAll();
     changed_ = false;
     pairs().setCount(static_cast<std::size_t>(++count_));
-    if (variant_.hasChanged)
-        variant_.hasChanged();
+    tellOwnerStored();
 }
 
 void ExtraDescsDialog::onUpdate() {
@@ -185,9 +186,9 @@ void ExtraDescsDialog::onUpdate() {
         return; // no pair chosen: nothing is stored
     setPair(line, {toBytes(textKeywords_->text()), fromWidgetText(textDesc_->toPlainText())});
     listExtraDescs_->item(line)->setText(textKeywords_->text());
-    editing_ = false;
     ClearAll();
     changed_ = false;
+    tellOwnerStored();
 }
 
 void ExtraDescsDialog::onRemove() {
@@ -209,6 +210,7 @@ void ExtraDescsDialog::onRemove() {
     ClearAll();
     changed_ = false;
     pairs().setCount(static_cast<std::size_t>(--count_));
+    tellOwnerStored();
 }
 
 void ExtraDescsDialog::onRemoveAll() {
@@ -222,9 +224,13 @@ void ExtraDescsDialog::onRemoveAll() {
     listing_ = false;
     ClearAll();
     changed_ = false;
+    tellOwnerStored();
 }
 
+// Emptying the fields also ends an edit in progress: what is typed next is
+// a new pair, so Add comes back with the keywords.
 void ExtraDescsDialog::ClearAll() {
+    editing_ = false;
     buttonAdd_->setEnabled(false);
     buttonUpdate_->setEnabled(false);
     buttonEdit_->setEnabled(false);
@@ -242,8 +248,8 @@ void ExtraDescsDialog::onDone() {
     }
     prompts_.tell(twoLines(notSavedLine(), QStringLiteral("Either Add/Update or Use Cancel.")),
                   notSavedTitle());
-    if (variant_.hasChangedWhenPending && variant_.hasChanged)
-        variant_.hasChanged();
+    if (variant_.hasChangedWhenPending)
+        tellOwnerStored();
 }
 
 } // namespace marl

@@ -1,13 +1,13 @@
 #pragma once
-// The extra descriptions of one room or object: pairs of keywords and a text
-// that a player sees on looking at something the keywords name.  One dialog
-// serves both editors, configured by a variant.  It works on the record's
-// pairs directly: Add, Update, Remove and Remove All change the table at once;
-// Done and Cancel only decide about text typed but not yet stored.
+// The extra-descriptions dialog of the room and object editors (one class,
+// set up by a variant).  Each pair is a keyword list and the text "look
+// <keyword>" prints.  The list buttons edit the pairs in the editor's table
+// straight away and tell the editor its record changed; Done and Cancel only
+// guard what is typed into the two fields and not yet added or updated.
 
 #include <functional>
 
-#include "dialogs/owned_dialog.h"
+#include "editor/owned_dialog.h"
 #include "world/record_table.h"
 
 class QListWidget;
@@ -24,8 +24,6 @@ struct ExtraDescsVariant {
     QString frameCaption; // "Room Extra Descriptions", "Object Extra Descriptions"
     // The pairs of the record in a slot of the editor's table.
     std::function<ExtraDescList&(int record)> pairs;
-    // The owning editor's HasChanged.
-    std::function<void()> hasChanged;
     // Whether Done with unstored text also marks the owner's record changed.
     bool hasChangedWhenPending = false;
 };
@@ -33,9 +31,9 @@ struct ExtraDescsVariant {
 class ExtraDescsDialog : public OwnedDialog {
     Q_OBJECT
 public:
-    // `owner` is the editor window: disabled by its opener while the dialog
-    // is open, enabled again here whichever way the dialog closes.
-    ExtraDescsDialog(ExtraDescsVariant variant, QWidget* owner, Prompts& prompts);
+    // `owner` is the editor: its window is disabled by its opener while the
+    // dialog is open, and enabled again here whichever way the dialog closes.
+    ExtraDescsDialog(ExtraDescsVariant variant, DialogOwner& owner, Prompts& prompts);
 
     void SetupForm(int recordIndex);
     void ClearAll() override;

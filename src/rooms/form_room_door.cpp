@@ -13,34 +13,26 @@
 #include <algorithm>
 #include <optional>
 
-#include "rooms/form_room.h"
 #include "rooms/room_record.h"
 #include "shell/prompts.h"
 #include "world/numeric_rule.h"
 #include "widgets/qt_text.h"
 #include "widgets/qt_widgets.h"
+#include "widgets/vocab_controls.h"
 
 namespace marl {
 
 namespace {
 
-constexpr qint64 kMinVNum = -1;
-constexpr qint64 kMaxVNum = 99999;
-
-// The value of a numeric field, when its text reads as a whole number.
-std::optional<std::int32_t> valueOf(const QLineEdit* field) {
-    const std::optional<std::int64_t> value = readNumber(toBytes(field->text()));
-    if (!value)
-        return std::nullopt;
-    return static_cast<std::int32_t>(std::clamp<std::int64_t>(*value, INT32_MIN, INT32_MAX));
-}
+// Destination and key: -1 (nowhere, no key) to 99999.
+constexpr NumericRule kVNumRule{0, true, true, -1, 99999};
 
 } // namespace
 
 using namespace ui;
 
-FormRoomDoor::FormRoomDoor(FormRoom& room, Prompts& prompts)
-    : OwnedDialog(&room, prompts, QStringLiteral("Door")), room_(&room) {
+FormRoomDoor::FormRoomDoor(DialogOwner& owner, Prompts& prompts)
+    : OwnedDialog(owner, prompts, DialogQuestions::notSaved(QStringLiteral("Door"))) {
     setObjectName(QStringLiteral("formRoomDoor"));
     setWindowTitle(QStringLiteral("Door Properties"));
     buildLayout();
@@ -63,8 +55,7 @@ void FormRoomDoor::buildLayout() {
         shown->setPalette(palette);
     }
     auto* lblTo = named(new QLabel(QStringLiteral("to"), exitFrame), "lblTo");
-    textToVNum_ = named(new QLineEdit(exitFrame), "textToVNum");
-    makeNumeric(textToVNum_, true, 0);
+    textToVNum_ = named(new NumericField(kVNumRule, exitFrame), "textToVNum");
     textToVNum_->setFixedWidth(widthForColumns(textToVNum_, 7));
     checkNowhere_ =
         named(new AccessCheckBox(QStringLiteral("Nowhere"), u'w', exitFrame), "checkNowhere");
@@ -84,14 +75,14 @@ void FormRoomDoor::buildLayout() {
     optionPickProof_ = named(new AccessRadioButton(QStringLiteral("PickProof"), u'p', doorFrame),
                              "optionPickProof");
     optionNormal_->setChecked(true);
+    tabToSelected({optionNormal_, optionDoor_, optionPickProof_});
     auto* doorLayout = new QHBoxLayout(doorFrame);
     doorLayout->addWidget(optionNormal_);
     doorLayout->addWidget(optionDoor_);
     doorLayout->addWidget(optionPickProof_);
 
     auto* keyFrame = frame(this, "dKeyFrame", "Key");
-    textKeyVNum_ = named(new QLineEdit(keyFrame), "textKeyVNum");
-    makeNumeric(textKeyVNum_, true, 0);
+    textKeyVNum_ = named(new NumericField(kVNumRule, keyFrame), "textKeyVNum");
     textKeyVNum_->setFixedWidth(widthForColumns(textKeyVNum_, 7));
     checkNoKey_ = named(new AccessCheckBox(QStringLiteral("No Key"), u'k', keyFrame), "checkNoKey");
     textKeyVNum_->setEnabled(false);
@@ -138,10 +129,7 @@ void FormRoomDoor::buildLayout() {
 
 void FormRoomDoor::connectHandlers() {
     for (QLineEdit* field : {textToVNum_, textKeyVNum_})
-        connect(field, &QLineEdit::textChanged, this, [this, field] {
-            changed_ = true;
-            clampToRange(field, kMinVNum, kMaxVNum); // a replacement comes back here
-        });
+        connect(field, &QLineEdit::textChanged, this, [this] { changed_ = true; });
     connect(checkNowhere_, &QCheckBox::toggled, this, [this](bool checked) {
         onRememberingBox(textToVNum_, &ExitRecord::RememberedTo, checked);
     });
@@ -173,7 +161,7 @@ ExitRecord& FormRoomDoor::exit() {
 }
 
 void FormRoomDoor::SetupForm(int roomSlot, int exitSlot, const QString& direction,
-                             const QString& destination) {
+                             const QString& destination, const QString& fromVNum) {
     roomSlot_ = roomSlot;
     exitSlot_ = exitSlot;
     doorKind_ = 0;
@@ -182,7 +170,7 @@ void FormRoomDoor::SetupForm(int roomSlot, int exitSlot, const QString& directio
     const std::optional<std::int64_t> opened = readNumber(toBytes(destination));
     openedDestination_ = opened ? QString::number(*opened) : destination;
 
-    textFromVNum_->setText(room_ ? room_->vnumText() : QString());
+    textFromVNum_->setText(fromVNum);
     textDirection_->setText(direction);
     textToVNum_->setText(openedDestination_);
     if (textToVNum_->text() == QLatin1String("-1"))
@@ -229,7 +217,7 @@ void FormRoomDoor::onRememberingBox(QLineEdit* field, std::int32_t ExitRecord::*
                                     bool checked) {
     changed_ = true;
     if (checked) {
-        if (const auto value = valueOf(field))
+        if (const auto value = fieldNumber(field))
             exit().*remembered = *value;
         field->setText(QStringLiteral("-1"));
         field->setEnabled(false);
@@ -249,7 +237,7 @@ void FormRoomDoor::onDone() {
                           QStringLiteral("No ToVNum Supplied"));
             return;
         }
-        const std::optional<std::int32_t> to = valueOf(textToVNum_);
+        const std::optional<std::int32_t> to = fieldNumber(textToVNum_);
         if (!to) {
             prompts_.tell(twoLines(QStringLiteral("ToVNum Must Be a Number"),
                                    QStringLiteral("To Open This Exit")),
@@ -257,7 +245,7 @@ void FormRoomDoor::onDone() {
             textToVNum_->setFocus();
             return;
         }
-        const std::optional<std::int32_t> key = valueOf(textKeyVNum_);
+        const std::optional<std::int32_t> key = fieldNumber(textKeyVNum_);
         if (doorKind_ != 0 && !key) {
             prompts_.tell(twoLines(QStringLiteral("Key VNum Must Be a Number"),
                                    QStringLiteral("Or Check No Key")),
@@ -275,10 +263,7 @@ void FormRoomDoor::onDone() {
         // The dialog opens only on a checked exit with a destination: what it
         // stored has to survive the next save, which wipes an absent exit.
         stored.Absent = false;
-        if (room_) {
-            room_->ParseExits();
-            room_->HasChanged();
-        }
+        tellOwnerStored();
     }
     finish();
 }

@@ -4,10 +4,9 @@
 // exit from the room table and writes it back on Done; the room editor waits,
 // disabled, until it closes.
 
-#include <QPointer>
 #include <cstdint>
 
-#include "dialogs/owned_dialog.h"
+#include "editor/owned_dialog.h"
 
 class QCheckBox;
 class QLineEdit;
@@ -16,7 +15,7 @@ class QRadioButton;
 
 namespace marl {
 
-class FormRoom;
+class NumericField;
 class Prompts;
 class TildeTextEdit;
 struct ExitRecord;
@@ -24,12 +23,13 @@ struct ExitRecord;
 class FormRoomDoor : public OwnedDialog {
     Q_OBJECT
 public:
-    FormRoomDoor(FormRoom& room, Prompts& prompts);
+    FormRoomDoor(DialogOwner& owner, Prompts& prompts);
 
     // The room slot, the exit slot (0 north to 5 down), the caption of the
-    // exit's check box and the text of its destination field.
+    // exit's check box, the text of its destination field and the text of
+    // the room editor's VNum field.
     void SetupForm(int roomSlot, int exitSlot, const QString& direction,
-                   const QString& destination);
+                   const QString& destination, const QString& fromVNum);
     void ClearAll() override;
 
 private:
@@ -40,7 +40,6 @@ private:
     void onRememberingBox(QLineEdit* field, std::int32_t ExitRecord::*remembered, bool checked);
     void onDone();
 
-    QPointer<FormRoom> room_;
     int roomSlot_ = 0;
     int exitSlot_ = 0;
     std::int16_t doorKind_ = 0;
@@ -48,12 +47,12 @@ private:
 
     QLineEdit* textFromVNum_ = nullptr;
     QLineEdit* textDirection_ = nullptr;
-    QLineEdit* textToVNum_ = nullptr;
+    NumericField* textToVNum_ = nullptr;
     QCheckBox* checkNowhere_ = nullptr;
     QRadioButton* optionNormal_ = nullptr;
     QRadioButton* optionDoor_ = nullptr;
     QRadioButton* optionPickProof_ = nullptr;
-    QLineEdit* textKeyVNum_ = nullptr;
+    NumericField* textKeyVNum_ = nullptr;
     QCheckBox* checkNoKey_ = nullptr;
     QLineEdit* textKeywords_ = nullptr;
     TildeTextEdit* textDesc_ = nullptr;

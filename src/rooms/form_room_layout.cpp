@@ -1,8 +1,8 @@
-// The room editor's controls, built from the vocabulary tables: the room list
-// on the left, the room's texts on the right, and below them the sector,
-// exits and flags side by side, with the commands along the bottom.
+// The room editor's controls: the room list on the left, the room's texts on
+// the right, and below them the sector, exits and flags side by side, with
+// the commands along the bottom.  The list and the description take what
+// the window gains when it grows.
 
-#include <QButtonGroup>
 #include <QCheckBox>
 #include <QFontMetrics>
 #include <QGridLayout>
@@ -12,35 +12,38 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "rooms/form_room.h"
 #include "widgets/qt_text.h"
 #include "widgets/qt_widgets.h"
+#include "widgets/vocab_controls.h"
 
 namespace marl {
 
 using namespace ui;
 
+namespace {
+
+// Destinations: negatives allowed, -1 (nowhere) to 99999.
+constexpr NumericRule kDestinationRule{0, true, true, -1, 99999};
+
+} // namespace
+
 void FormRoom::buildLayout() {
     // Left: VNum and the room list.
     auto* vnumFrame = frame(this, "frameVNum", "VNum");
-    textVNum_ = new QLineEdit(vnumFrame);
-    textVNum_->setObjectName(QStringLiteral("textVNum"));
-    makeNumeric(textVNum_, true, 5);
+    textVNum_->setParent(vnumFrame);
     textVNum_->setFixedWidth(widthForColumns(textVNum_, 7));
     auto* vnumLayout = new QHBoxLayout(vnumFrame);
     vnumLayout->addWidget(textVNum_);
     vnumLayout->addStretch();
 
     auto* selectFrame = frame(this, "frameRoomSelect", "Room Select");
-    listRoomSelect_ = new QListWidget(selectFrame);
-    listRoomSelect_->setObjectName(QStringLiteral("listRoomSelect"));
-    listRoomSelect_->setFont(fixedFont());
-    listRoomSelect_->setSelectionMode(QAbstractItemView::SingleSelection);
-    listRoomSelect_->setMinimumWidth(widthForColumns(listRoomSelect_, 50));
+    listSelect_->setParent(selectFrame);
     auto* selectLayout = new QVBoxLayout(selectFrame);
-    selectLayout->addWidget(listRoomSelect_);
+    selectLayout->addWidget(listSelect_);
 
     auto* left = new QVBoxLayout;
     left->addWidget(vnumFrame);
@@ -48,48 +51,36 @@ void FormRoom::buildLayout() {
 
     // Right: name and description.
     auto* nameFrame = frame(this, "frameName", "Room Name");
-    textName_ = new QLineEdit(nameFrame);
-    textName_->setObjectName(QStringLiteral("textName"));
+    textName_ = named(new QLineEdit(nameFrame), "textName");
     textName_->setFont(fixedFont());
     guardTildeText(textName_);
     auto* nameLayout = new QHBoxLayout(nameFrame);
     nameLayout->addWidget(textName_);
 
     auto* descFrame = frame(this, "frameDesc", "Room Description");
-    textDesc_ = new TildeTextEdit(descFrame);
-    textDesc_->setObjectName(QStringLiteral("textDesc"));
+    textDesc_ = named(new TildeTextEdit(descFrame), "textDesc");
     textDesc_->setLineWrapMode(QPlainTextEdit::NoWrap);
-    textDesc_->setMinimumWidth(widthForColumns(textDesc_, 80) + 20);
-    textDesc_->setMinimumHeight(QFontMetrics(textDesc_->font()).lineSpacing() * 9 + 12);
+    // Room descriptions are written to lines of under 80 characters; most
+    // fit in 72.
+    textDesc_->setMinimumWidth(widthForColumns(textDesc_, 72) +
+                               textDesc_->verticalScrollBar()->sizeHint().width());
+    textDesc_->setMinimumHeight(QFontMetrics(textDesc_->font()).lineSpacing() * 8 + 12);
     auto* descLayout = new QVBoxLayout(descFrame);
     descLayout->addWidget(textDesc_);
 
-    // Sector type: one option per sector, in two columns.
+    // Sector type: one option per sector, in one column as tall as the exits.
     auto* sectorFrame = frame(this, "frameSecType", "Sector Type");
-    sectorGroup_ = new QButtonGroup(this);
-    auto* sectorLayout = new QGridLayout(sectorFrame);
-    const int sectorRows = (static_cast<int>(kSectorTypes.size()) + 1) / 2;
-    for (std::size_t i = 0; i < kSectorTypes.size(); ++i) {
-        const ChoiceDef& def = kSectorTypes[i];
-        auto* option = new QRadioButton(QString::fromLatin1(def.caption), sectorFrame);
-        option->setObjectName(QString::fromLatin1(def.control));
-        sectorGroup_->addButton(option, def.number);
-        sectorOptions_[i] = option;
-        sectorLayout->addWidget(option, static_cast<int>(i) % sectorRows,
-                                static_cast<int>(i) / sectorRows);
-    }
-    sectorLayout->setRowStretch(sectorRows, 1);
-    sectorOptions_[0]->setChecked(true);
+    sectors_ = new OptionGroup(kSectorTypes, 1, sectorFrame);
+    auto* sectorLayout = new QVBoxLayout(sectorFrame);
+    sectorLayout->addWidget(sectors_);
+    sectorLayout->addStretch();
 
     // Exits: check box, destination and "D" button, one row per exit.
     auto* exitsFrame = frame(this, "frameExits", "Exits");
     auto* exitsLayout = new QGridLayout(exitsFrame);
     for (const ExitDef& def : kExits) {
-        auto* check = new QCheckBox(QString::fromLatin1(def.caption), exitsFrame);
-        check->setObjectName(QString::fromLatin1(def.check));
-        auto* field = new QLineEdit(exitsFrame);
-        field->setObjectName(QString::fromLatin1(def.toField));
-        makeNumeric(field, true, 0);
+        auto* check = named(new QCheckBox(QString::fromLatin1(def.caption), exitsFrame), def.check);
+        auto* field = named(new NumericField(kDestinationRule, exitsFrame), def.toField);
         field->setFixedWidth(widthForColumns(field, 7));
         field->setEnabled(false);
         auto* door = button(exitsFrame, def.button, "D");
@@ -111,18 +102,12 @@ void FormRoom::buildLayout() {
 
     // Room flags in two columns.
     auto* bitsFrame = frame(this, "frameBitV", "Room Bitvector");
-    auto* bitsLayout = new QGridLayout(bitsFrame);
-    const int bitRows = (static_cast<int>(kRoomFlags.size()) + 1) / 2;
-    for (std::size_t i = 0; i < kRoomFlags.size(); ++i) {
-        const FlagDef& def = kRoomFlags[i];
-        auto* check = new QCheckBox(QString::fromLatin1(def.caption), bitsFrame);
-        check->setObjectName(QString::fromLatin1(def.control));
-        bitChecks_[i] = check;
-        bitsLayout->addWidget(check, static_cast<int>(i) % bitRows, static_cast<int>(i) / bitRows);
-    }
+    flags_ = new FlagGrid(kRoomFlags, 2, bitsFrame);
     buttonClearBits_ = button(bitsFrame, "buttonClearBits", "Clear Bits", 'b');
-    bitsLayout->addWidget(buttonClearBits_, bitRows, 0, 1, 2);
-    bitsLayout->setRowStretch(bitRows + 1, 1);
+    auto* bitsLayout = new QVBoxLayout(bitsFrame);
+    bitsLayout->addWidget(flags_);
+    bitsLayout->addWidget(buttonClearBits_);
+    bitsLayout->addStretch();
 
     auto* settings = new QHBoxLayout;
     settings->addWidget(sectorFrame);
@@ -135,27 +120,11 @@ void FormRoom::buildLayout() {
     right->addLayout(settings);
 
     auto* body = new QHBoxLayout;
-    body->addLayout(left);
-    body->addLayout(right, 1);
+    body->addLayout(left, 1);
+    body->addLayout(right, 2);
 
     // Commands along the bottom; leaving the window sits at the right.
-    buttonNew_ = button(this, "buttonNew", "New", 'n');
-    buttonSave_ = button(this, "buttonSave", "Save", 's');
-    buttonEdit_ = button(this, "buttonEdit", "Edit", 'e');
-    buttonDelete_ = button(this, "buttonDelete", "Delete", 't');
     buttonExtraDescs_ = button(this, "buttonExtraDescs", "Extra Descriptions", 'x');
-    buttonClearAll_ = button(this, "buttonClearAll", "Clear All", 'l');
-    buttonCancel_ = button(this, "buttonCancel", "Cancel", 'c');
-    buttonDone_ = button(this, "buttonDone", "Done", 'd');
-    buttonSave_->setEnabled(false);
-    buttonEdit_->setEnabled(false);
-    buttonDelete_->setEnabled(false);
-    buttonNew_->setToolTip(QStringLiteral("A new room (Ctrl+N)"));
-    buttonSave_->setToolTip(QStringLiteral("Store the room and write the file (Ctrl+S)"));
-    buttonEdit_->setToolTip(
-        QStringLiteral("Show the room selected in the list (Enter in the list)"));
-    buttonCancel_->setToolTip(QStringLiteral("Close without saving (Esc)"));
-
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(body, 1);
     layout->addLayout(commandRow(
@@ -165,19 +134,21 @@ void FormRoom::buildLayout() {
     setTabOrderChain();
 }
 
+// Tab follows the reading order: the room's fields from the top, then the
+// commands, and the list last.
 void FormRoom::setTabOrderChain() {
-    QList<QWidget*> chain{textVNum_, listRoomSelect_, textName_, textDesc_};
+    QList<QWidget*> chain{textVNum_, textName_, textDesc_};
     // The sector options are one stop: Tab enters the selected one and the
     // arrow keys move between them.
-    for (QRadioButton* option : sectorOptions_)
+    for (QRadioButton* option : sectors_->options())
         chain.append(option);
     for (int slot = 0; slot < kExitSlots; ++slot)
         chain << exitChecks_[slot] << exitFields_[slot] << exitButtons_[slot];
     chain.append(buttonClearExits_);
-    for (QCheckBox* check : bitChecks_)
+    for (QCheckBox* check : flags_->boxes())
         chain.append(check);
     chain << buttonClearBits_ << buttonNew_ << buttonSave_ << buttonEdit_ << buttonDelete_
-          << buttonExtraDescs_ << buttonClearAll_ << buttonCancel_ << buttonDone_;
+          << buttonExtraDescs_ << buttonClearAll_ << buttonCancel_ << buttonDone_ << listSelect_;
     tabChain(chain);
 }
 

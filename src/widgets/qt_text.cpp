@@ -58,22 +58,6 @@ QValidator::State TildeTextValidator::validate(QString& input, int&) const {
     return isTildeSafe(input) ? Acceptable : Invalid;
 }
 
-void makeNumeric(QLineEdit* edit, bool allowMinus, int maxLength) {
-    edit->setValidator(new NumericValidator(allowMinus, edit));
-    if (maxLength > 0)
-        edit->setMaxLength(maxLength);
-    edit->setFont(fixedFont());
-}
-
-bool clampToRange(QLineEdit* edit, qint64 min, qint64 max) {
-    const std::string before = toBytes(edit->text());
-    const std::string after = applyRange(before, min, max);
-    if (after == before)
-        return false;
-    edit->setText(fromBytes(after));
-    return true;
-}
-
 void guardTildeText(QLineEdit* edit) {
     edit->setValidator(new TildeTextValidator(edit));
 }

@@ -46,13 +46,6 @@ public:
 // Whether a text can be held in a tilde string (no `~`, single-byte only).
 bool isTildeSafe(const QString& text);
 
-// Makes `edit` a numeric field: key filter and length limit.
-void makeNumeric(QLineEdit* edit, bool allowMinus, int maxLength);
-// The range rule: replaces the text when it reads as a number outside the
-// range.  Returns true when it did (the replacement runs the field's change
-// handlers again).
-bool clampToRange(QLineEdit* edit, qint64 min, qint64 max);
-
 // Keeps `~` and characters outside Latin-1 out of a one-line text field.
 void guardTildeText(QLineEdit* edit);
 

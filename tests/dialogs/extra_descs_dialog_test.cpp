@@ -47,7 +47,7 @@ void ExtraDescsDialogTest::script_data() {
             "textDesc:erase"} + keys + QStringList{"?!buttonAdd, " + no + "buttonUpdate"});
     }
 
-    // The commands change the record at once; only Add marks it changed in
+    // The commands change the record at once and each marks it changed in
     // the owner.  Afterwards Done closes without a message.
     const QString done = "buttonDone:click", closed = "?open=-, owner=on, said=";
     row("add", 1, {"textKeywords:type:stew pot", "textDesc:type:A black pot.\nIt bubbles.",
@@ -61,14 +61,20 @@ void ExtraDescsDialogTest::script_data() {
         "!buttonAdd, buttonUpdate, changed=-", done, closed});
     row("update shows the new keywords", 6, {"listExtraDescs:dclick:4", "textKeywords:type: e",
         "buttonUpdate:click", "?listExtraDescs=k0/k1/k2/k3/k4 e/k5, textKeywords=, " + idle +
-        ", pairs=k0:0/k1:1/k2:2/k3:3/k4 e:4/k5:5, calls=0", done, closed});
-    row("update with no line selected stores nothing", 3, {"listExtraDescs:dclick:1",
+        ", pairs=k0:0/k1:1/k2:2/k3:3/k4 e:4/k5:5, calls=1", done, closed});
+    row("no update once the pair edited is removed", 3, {"listExtraDescs:dclick:1",
         "buttonRemove:click", "textKeywords:type:zzz", "buttonUpdate:click",
-        "?listExtraDescs=k0/k2, textKeywords=zzz, buttonUpdate, pairs=k0:0/k2:2"});
+        "?listExtraDescs=k0/k2, textKeywords=zzz, !buttonUpdate, buttonAdd, pairs=k0:0/k2:2"});
     row("remove the first of three", 3, {"listExtraDescs:line:0", "buttonRemove:click",
-        "?listExtraDescs=k1/k2, " + idle + ", buttonRemoveAll, pairs=k1:1/k2:2", done, closed});
+        "?listExtraDescs=k1/k2, " + idle + ", buttonRemoveAll, pairs=k1:1/k2:2, calls=1", done,
+        closed});
     row("remove all, without a question", 3, {"buttonRemoveAll:click",
-        "?said=, listExtraDescs=, !buttonRemoveAll, pairs=, other=other"});
+        "?said=, listExtraDescs=, !buttonRemoveAll, pairs=, other=other, calls=1"});
+    // Remove, Remove All and Clear All end an edit: typed keywords are a new pair.
+    for (const QStringList& end : QList<QStringList>{
+             {"buttonRemove:click"}, {"buttonRemoveAll:click"}, {"yes", "buttonClearAll:click"}})
+        row("add after edit, then " + end.last(), 3, QStringList{"listExtraDescs:dclick:1"} + end +
+            QStringList{"textKeywords:type:new", "?buttonAdd, !buttonUpdate"});
     row("clear all", 1, {"textKeywords:type:bell", "no", "buttonClearAll:click",
         "?textKeywords=bell", "yes", "buttonClearAll:click", "?said=Confirm Clear: Really Clear "
         "This Form? | Confirm Clear: Really Clear This Form?, textKeywords=, " + idle +
@@ -99,16 +105,21 @@ void ExtraDescsDialogTest::script() {
         records[1].append() = {"k" + std::to_string(i), std::to_string(i)};
     if (count == 2)  // a slot after the pairs in use
         records[1][3] = {"hidden", "3"};
-    int calls = 0;
-    QWidget owner;
+    // The editor's side: its window, and how often it heard of a change.
+    struct Owner : QWidget, DialogOwner {
+        int calls = 0;
+        QWidget* ownerWindow() override { return this; }
+        void dialogStored() override { ++calls; }
+    } owner;
+    const int& calls = owner.calls;
     owner.show();
     owner.setEnabled(false);  // as the editor does before showing the dialog
     ScriptedPrompts prompts;
     QPointer<ExtraDescsDialog> dialog = new ExtraDescsDialog(
         {room ? "formRoomExtraDescs" : "formObjectExtraDescs",
          room ? "Room Extra Descriptions" : "Object Extra Descriptions",
-         [&](int record) -> ExtraDescList& { return records[record]; }, [&] { ++calls; }, room},
-        &owner, prompts);
+         [&](int record) -> ExtraDescList& { return records[record]; }, room},
+        owner, prompts);
     dialog->SetupForm(1);
     dialog->show();
     // A window of its own, so that disabling the owner leaves it usable.

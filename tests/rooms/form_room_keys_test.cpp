@@ -47,6 +47,7 @@ void FormRoomKeysTest::accessKeys() {
             opener.isEmpty() ? s.editor.data() : topLevel(QTest::currentDataTag());
         QVERIFY(window);
         auto* control = find<QAbstractButton>(window, key.section(' ', 0, 0));
+        QVERIFY(control);
         control->setEnabled(true);  // the key matters here, not the state of the control
         QSignalSpy clicked(control, &QAbstractButton::clicked);
         window->activateWindow();

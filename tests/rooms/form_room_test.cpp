@@ -43,9 +43,13 @@ void FormRoomTest::script_data() {
         "checkExitNorth=-, !textNorthToVNum=, !buttonExitNorth, checkExitWest=x, "
         "textWestToVNum=9502, optionSecTypeCity=x, checkBitVDark=x, checkBitVIndoors=x, "
         "checkBitVGodRoom=-, !buttonSave, !buttonEdit, changed=-, index=1"});
-    row("sector 9 shows Inside, the record keeps 9", small, {
-        "listRoomSelect:dclick:2", "?optionSecTypeInside=x, checkExitEast=x, "
-        "textEastToVNum=9501, checkBitVGodRoom=x, table=" + smallRooms});
+    // A sector no option stands for selects none and is stored unchanged.
+    row("sector 9 shows no option, the record keeps 9", small, {
+        "listRoomSelect:dclick:2", "?optionSecTypeInside=-, optionSecTypeCity=-, checkExitEast=x, "
+        "textEastToVNum=9501, checkBitVGodRoom=x, table=" + smallRooms, "textName:type:!", "yes",
+        "buttonSave:click", "?file=" + QString(smallRooms).replace("Kitchen k", "Kitchen! k"),
+        "optionSecTypeCity:click", "yes", "buttonSave:click",
+        "?file=" + QString(smallRooms).replace("Kitchen k/9", "Kitchen! k/1")});
 
     // Save: the VNum and the name, or the description; every other edit.
     row("new file", none, {"?textVNum=9500, !buttonSave, changed=-, listRoomSelect="});
@@ -94,7 +98,9 @@ void FormRoomTest::script_data() {
     // The list: one selected line at most, Edit without a question, Enter.
     row("list", small, {
         "textName:type:!", "listRoomSelect:line:1", "?buttonEdit, buttonDelete, buttonSave",
-        "buttonEdit:click", "?textName=Reed Cottages, !buttonEdit, said=",
+        "no", "buttonEdit:click", "?textName=The Landing!, buttonEdit", "yes", "buttonEdit:click",
+        "?textName=Reed Cottages, !buttonEdit, said=Room Not Saved: Changes to Room Not Saved."
+        "\r\nDiscard Changes? | Room Not Saved: Changes to Room Not Saved.\r\nDiscard Changes?",
         "listRoomSelect:ctrlline:2", "?buttonEdit, buttonDelete", "listRoomSelect:ctrlline:2",
         "?!buttonSave, !buttonEdit, !buttonDelete", "listRoomSelect:enter", "?textVNum=9502"});
 
@@ -145,7 +151,7 @@ void FormRoomTest::script_data() {
     // list shows what the file holds, the window what was stored.
     row("two matches, Yes to both", twins, renamed + QStringList{
         "textVNum:type:9500", "yes", "yes", "buttonSave:click", "?said=" + asked + " | " + asked +
-        stored + ", index=3, listRoomSelect=9500\tNew/9501\tB/9500\tNew/9503\t"});
+        stored + ", index=0, listRoomSelect=9500\tNew/9501\tB/9500\tNew/9503\t"});
     row("two matches, Yes then No", twins, renamed + QStringList{
         "textVNum:type:9500", "yes", "no", "buttonSave:click",
         "?file=9500 New 0/0; 9501 B 0/0; 9500 C 0/0; 9503  0/0" + stored});
@@ -169,12 +175,14 @@ void FormRoomTest::script_data() {
         "checkExitWest:click", "checkExitUp:click", "buttonSave:click",
         "?bytes=#9500|The Quay~|Stone steps.|Gulls.|~|95 ak 4|D0|~|~|0 0 9501|D1|~|~|0 0 9503|"
         "D2|~|~|0 0 9502|D5|~|~|0 0 -1|S|$|, listRoomSelect=9500\tThe Quay"});
-    // A flag text the boxes cannot show stays until the room is stored from
-    // the window; the file's LF line ends stay.
-    row("flag text kept until stored",
+    // A numeric flag text is the server's bit mask (12: NoMob and Indoors); it
+    // stays as it is until the room is stored from the window, which writes
+    // letters.  The file's LF line ends stay.
+    row("numeric flags shown, kept until stored",
         lf({"#9500", "A~", "~", "95 12 0", "S", "#9501", "B~", "~", "95 12 0", "S", "$"}),
-        {"?checkBitVDark=-, checkBitVDeath=-", "listRoomSelect:dclick:1", "textName:type:!",
-         "yes", "buttonSave:click", "?bytes=#9500/A~/~/95 12 0/S/#9501/B!~/~/95 0 0/S/$/"});
+        {"?checkBitVDark=-, checkBitVNoMob=x, checkBitVIndoors=x", "listRoomSelect:dclick:1",
+         "textName:type:!", "yes", "buttonSave:click",
+         "?bytes=#9500/A~/~/95 12 0/S/#9501/B!~/~/95 cd 0/S/$/"});
 
     // Numbers that cannot be stored: a message, nothing stored or written.
     const QString vnum = "VNum Must Be a Number.\r\nType the room's VNum, then Save.";
@@ -193,8 +201,8 @@ void FormRoomTest::script_data() {
     row("delete the first of three", small, {
         "yes", "listRoomSelect:line:0", "buttonDelete:click",
         "?said=Confirm Delete: Really Delete This Room?, listRoomSelect=9501\tReed Cottages/"
-        "9502\tThe Kitchen, textVNum=9500, !buttonDelete, index=1, table=" + rest +
-            ", file=" + rest});
+        "9502\tThe Kitchen, textVNum=95, textName=, !buttonDelete, index=2, changed=-, table=" +
+            rest + ", file=" + rest});
     row("delete, No", small,
         {"no", "listRoomSelect:line:0", "buttonDelete:click", "?buttonDelete, file=" + smallRooms});
     row("delete the only room: the end line alone", rooms(1), {"yes", "listRoomSelect:line:0",

@@ -60,12 +60,28 @@ void TextRulesTest::flags_data() {
     QTest::newRow("table order") << "room" << "kda" << "Dark Indoors GodRoom" << "adk";
     QTest::newRow("0") << "room" << "0" << "" << "0";
     QTest::newRow("empty") << "room" << "" << "" << "0";
-    QTest::newRow("numbers") << "room" << "12" << "" << "0";
-    QTest::newRow("capitals and unlisted letters") << "room" << "ADkz" << "GodRoom" << "k";
+    // Digits are the server's bit mask: bit k is letter k.
+    QTest::newRow("digits 1") << "room" << "1" << "Dark" << "a";
+    QTest::newRow("digits 10: b and d") << "room" << "10" << "Death Indoors" << "bd";
+    QTest::newRow("digits 12") << "room" << "12" << "NoMob Indoors" << "cd";
+    QTest::newRow("leading zeros") << "room" << "0010" << "Death Indoors" << "bd";
+    QTest::newRow("digits beyond the table") << "room" << "2048" << "" << "l";
+    QTest::newRow("largest mask") << "room" << "4294967295"
+        << "Dark Death NoMob Indoors Peaceful SoundProof NoTrack NoMagic Tunnel Private GodRoom"
+        << "abcdefghijklmnopqrstuvwxyzABCDEF";
+    QTest::newRow("beyond 32 bits keeps the low bits") << "room" << "4294967297" << "Dark" << "a";
+    // Letters with digits: the letters count, the digits do not.
+    QTest::newRow("mixed") << "room" << "a12" << "Dark" << "a";
+    QTest::newRow("minus is not a mask") << "room" << "-1" << "" << "0";
+    // Letters without a box are kept after the table's letters; capitals up
+    // to F are bits 26 to 31, later capitals name nothing.
+    QTest::newRow("letters without a box") << "room" << "zkAa" << "Dark GodRoom" << "akzA";
+    QTest::newRow("capitals beyond F") << "room" << "GZk" << "GodRoom" << "k";
     QTest::newRow("effect gh") << "effect" << "hg" << "Magic NoDrop" << "gh";
     QTest::newRow("effect o q") << "effect" << "qo" << "AntiThief NoSell" << "oq";
     QTest::newRow("wear an") << "wear" << "an" << "Take Wield" << "an";
     QTest::newRow("wear o") << "wear" << "o" << "Hold" << "o";
+    QTest::newRow("wear as digits 8193") << "wear" << "8193" << "Take Wield" << "an";
     // clang-format on
 }
 
@@ -84,7 +100,7 @@ void TextRulesTest::flags() {
         if (on[i])
             captions += QString::fromLatin1(flags[i].caption);
     QCOMPARE(captions.join(' '), set);
-    QCOMPARE(QString::fromStdString(flagText(flags, on)), written);
+    QCOMPARE(QString::fromStdString(flagText(flags, flagBits(text.toStdString()))), written);
 }
 
 void TextRulesTest::zoneFromName_data() {

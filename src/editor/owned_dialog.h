@@ -9,9 +9,25 @@
 #include <QDialog>
 #include <QPointer>
 
+#include "editor/dialog_owner.h"
+#include "world/form_text.h"
+
 namespace marl {
 
 class Prompts;
+
+// The words a dialog's questions use about its unstored changes.
+struct DialogQuestions {
+    QString changesLine; // "Changes to Door Not Saved."
+    QString title;       // "Door Not Saved"
+
+    // "Changes to <thing> Not Saved.", titled "<thing> Not Saved".
+    static DialogQuestions notSaved(const QString& thing);
+    // "Changes to <thing> Have Been Made.", titled "<thing> Changed".
+    static DialogQuestions madeChanges(const QString& thing);
+    // The Cancel question of a dialog's text table.
+    static DialogQuestions of(const DialogText& text);
+};
 
 class OwnedDialog : public QDialog {
     Q_OBJECT
@@ -23,9 +39,7 @@ public:
     virtual void ClearAll() = 0;
 
 protected:
-    // `thing` names what the dialog edits in its messages: "Door" gives
-    // "Changes to Door Not Saved.", titled "Door Not Saved".
-    OwnedDialog(QWidget* owner, Prompts& prompts, const QString& thing);
+    OwnedDialog(DialogOwner& owner, Prompts& prompts, DialogQuestions questions);
     void closeEvent(QCloseEvent* event) override;
 
     // Cancel: asks while there are changes, then closes.
@@ -34,8 +48,10 @@ protected:
     void finish();
     // Clear All: asks, then clears (a change) and puts the focus in `focus`.
     void onClearAll(QWidget* focus);
-    QString notSavedLine() const;
-    QString notSavedTitle() const;
+    // Hands the stored result to the owner (while it is still there).
+    void tellOwnerStored();
+    const QString& notSavedLine() const { return questions_.changesLine; }
+    const QString& notSavedTitle() const { return questions_.title; }
 
     Prompts& prompts_;
     bool changed_ = false;
@@ -43,8 +59,9 @@ protected:
 private:
     bool mayCancel();
 
-    QPointer<QWidget> owner_;
-    QString thing_;
+    DialogOwner* owner_;
+    QPointer<QWidget> ownerWindow_;
+    DialogQuestions questions_;
     bool closing_ = false;
 };
 

@@ -1,0 +1,401 @@
+#include "editor/editor_window.h"
+
+#include <QCloseEvent>
+#include <QFile>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QStyledItemDelegate>
+#include <algorithm>
+
+#include "shell/prompts.h"
+#include "widgets/qt_text.h"
+#include "widgets/qt_widgets.h"
+#include "widgets/vocab_controls.h"
+
+namespace marl {
+
+namespace {
+
+// A list line is "VNum<tab>name".  The list draws it with the name at a
+// fixed column rather than at the next 80-pixel tab stop: the font is
+// fixed-pitch, so padding lines the names up and saves the width of a stop.
+QString shownLine(const QString& line) {
+    constexpr int nameColumn = 7;
+    const qsizetype tab = line.indexOf(QLatin1Char('\t'));
+    if (tab < 0)
+        return line;
+    return line.left(tab).leftJustified(nameColumn - 1) + QLatin1Char(' ') + line.mid(tab + 1);
+}
+
+class ListLineDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->text = shownLine(option->text);
+    }
+};
+
+std::filesystem::path toPath(const QString& path) {
+#ifdef _WIN32
+    return std::filesystem::path(path.toStdWString());
+#else
+    return std::filesystem::path(QFile::encodeName(path).toStdString());
+#endif
+}
+
+} // namespace
+
+EditorWindow::EditorWindow(EditorHost& host, std::unique_ptr<ZoneDocument> document,
+                           const EditorText& text, const NumericRule& vnumRule)
+    : host_(host), owned_(std::move(document)), document_(*owned_), text_(text),
+      noun_(QString::fromLatin1(text.form).mid(4)) {
+    const QString& noun = noun_;
+    setObjectName(QString::fromLatin1(text.form));
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(QString::fromLatin1(text.title));
+
+    textVNum_ = ui::named(new NumericField(vnumRule, this), "textVNum");
+    listSelect_ = new QListWidget(this);
+    listSelect_->setObjectName(QStringLiteral("list%1Select").arg(noun));
+    listSelect_->setFont(fixedFont());
+    listSelect_->setSelectionMode(QAbstractItemView::SingleSelection);
+    listSelect_->setItemDelegate(new ListLineDelegate(listSelect_));
+    listMinimumWidth_ = ui::widthForColumns(listSelect_, 30);
+    listSelect_->setMinimumWidth(listMinimumWidth_);
+    buttonNew_ = ui::button(this, "buttonNew", "New", 'n');
+    buttonSave_ = ui::button(this, "buttonSave", "Save", 's');
+    buttonEdit_ = ui::button(this, "buttonEdit", "Edit", 'e');
+    buttonDelete_ = ui::button(this, "buttonDelete", "Delete", 't');
+    buttonClearAll_ = ui::button(this, "buttonClearAll", "Clear All", 'l');
+    buttonCancel_ = ui::button(this, "buttonCancel", "Cancel", 'c');
+    buttonDone_ = ui::button(this, "buttonDone", "Done", 'd');
+    for (QPushButton* push : {buttonSave_, buttonEdit_, buttonDelete_})
+        push->setEnabled(false);
+    const QString lower = noun.toLower();
+    buttonNew_->setToolTip(QStringLiteral("A new %1 (Ctrl+N)").arg(lower));
+    buttonSave_->setToolTip(QStringLiteral("Store the %1 and write the file (Ctrl+S)").arg(lower));
+    buttonEdit_->setToolTip(
+        QStringLiteral("Show the %1 selected in the list (Enter in the list)").arg(lower));
+    buttonCancel_->setToolTip(QStringLiteral("Close without saving (Esc)"));
+
+    connect(listSelect_, &QListWidget::itemSelectionChanged, this, &EditorWindow::onListClicked);
+    connect(listSelect_, &QListWidget::itemClicked, this, &EditorWindow::onListClicked);
+    connect(listSelect_, &QListWidget::itemDoubleClicked, this, &EditorWindow::onEdit);
+    ui::editOnEnter(listSelect_, [this] { onEdit(); });
+    connect(buttonNew_, &QPushButton::clicked, this, &EditorWindow::onNew);
+    connect(buttonSave_, &QPushButton::clicked, this, &EditorWindow::onSave);
+    connect(buttonEdit_, &QPushButton::clicked, this, &EditorWindow::onEdit);
+    connect(buttonDelete_, &QPushButton::clicked, this, &EditorWindow::onDelete);
+    connect(buttonClearAll_, &QPushButton::clicked, this, &EditorWindow::onClearAll);
+    connect(buttonCancel_, &QPushButton::clicked, this, &EditorWindow::onCancel);
+    connect(buttonDone_, &QPushButton::clicked, this, &EditorWindow::onDone);
+    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, [this] {
+        if (buttonSave_->isEnabled())
+            onSave();
+    });
+    connect(new QShortcut(QKeySequence::New, this), &QShortcut::activated, this,
+            &EditorWindow::onNew);
+    connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this,
+            &EditorWindow::onCancel);
+}
+
+EditorWindow::~EditorWindow() {
+    // A dialog still open (the main window is being torn down) goes with us.
+    delete dialog_.data();
+}
+
+QString EditorWindow::vnumText() const {
+    return textVNum_->text();
+}
+
+QString EditorWindow::fileName() const {
+    return fromBytes(document_.fileName());
+}
+
+void EditorWindow::syncFolder() {
+    document_.folder = toPath(host_.fileDir());
+}
+
+// ---- Procedures the main window calls -------------------------------------
+
+void EditorWindow::newZone(std::int32_t zone) {
+    syncFolder();
+    document_.newZone(zone);
+    fillList();
+    ClearAll();
+    textVNum_->setText(QString::number(zone) + QStringLiteral("00"));
+    document_.Changed = false;
+}
+
+bool EditorWindow::openZone(std::int32_t zone, QString& error) {
+    syncFolder();
+    std::string problem;
+    if (!document_.load(zone, problem)) {
+        error = QString::fromLocal8Bit(problem);
+        return false;
+    }
+    if (document_.RecordCount == 0) {
+        // A file of only its end line: an empty zone, opened as a new one.
+        newZone(zone);
+        return true;
+    }
+    fillList();
+    LoadRecord(0);
+    return true;
+}
+
+void EditorWindow::LoadRecord(int slot) {
+    document_.show(slot);
+    ClearAll();
+    parseRecord();
+    setWindowTitle(QStringLiteral("%1 [%2/99]").arg(words(text_.title)).arg(slot));
+    buttonSave_->setEnabled(false);
+    document_.Changed = false;
+}
+
+void EditorWindow::fillList() {
+    fillingList_ = true;
+    listSelect_->clear();
+    for (int slot = 0; slot < document_.RecordCount; ++slot)
+        listSelect_->addItem(QString::number(document_.vnumAt(slot)) + QLatin1Char('\t') +
+                             fromBytes(document_.nameAt(slot)));
+    fillingList_ = false;
+    fitListToNames();
+}
+
+// The list asks for the width of its longest line, so that whole names show,
+// but never so much that the window no longer fits a 1024 x 768 screen.
+void EditorWindow::fitListToNames() {
+    const QFontMetrics metrics(listSelect_->font());
+    int widest = 0;
+    for (int line = 0; line < listSelect_->count(); ++line)
+        widest =
+            std::max(widest, metrics.horizontalAdvance(shownLine(listSelect_->item(line)->text())));
+    // The item's own margins, the scroll bar and the frame.
+    const int wanted = widest + 3 * metrics.horizontalAdvance(QLatin1Char('0')) +
+                       listSelect_->verticalScrollBar()->sizeHint().width() +
+                       2 * listSelect_->frameWidth();
+    const int others = minimumSizeHint().width() - listSelect_->minimumWidth();
+    constexpr int screenWidth = 1000; // 1024 less the window's frame
+    listSelect_->setMinimumWidth(
+        std::clamp(wanted, listMinimumWidth_, std::max(listMinimumWidth_, screenWidth - others)));
+}
+
+// ---- Change tracking and clearing -----------------------------------------
+
+void EditorWindow::HasChanged() {
+    document_.Changed = true;
+    buttonSave_->setEnabled(true);
+}
+
+void EditorWindow::dialogStored() {
+    HasChanged();
+}
+
+void EditorWindow::ClearAll() {
+    HasChanged();
+    buttonSave_->setEnabled(false);
+    buttonEdit_->setEnabled(false);
+    buttonDelete_->setEnabled(false);
+    clearFields();
+    textVNum_->clear();
+}
+
+// ---- Commands --------------------------------------------------------------
+
+bool EditorWindow::askNotSaved(const QString& second) {
+    return host_.prompts().ask(twoLines(words(text_.notSavedLine), second),
+                               words(text_.notSavedTitle));
+}
+
+bool EditorWindow::mayDiscard() {
+    if (!document_.Changed)
+        return true;
+    if (!askNotSaved(QStringLiteral("Discard Changes?")))
+        return false;
+    return true;
+}
+
+int EditorWindow::selectedLine() const {
+    const QList<QListWidgetItem*> selected = listSelect_->selectedItems();
+    return selected.size() == 1 ? listSelect_->row(selected.first()) : -1;
+}
+
+void EditorWindow::startNew() {
+    document_.startNew();
+    ClearAll();
+    textVNum_->setText(QString::number(document_.ZoneNumber));
+    textVNum_->setFocus();
+    document_.Changed = false;
+}
+
+void EditorWindow::onNew() {
+    if (!isEnabled() || !mayDiscard())
+        return;
+    if (document_.RecordCount >= kMaxRecordsForNew) {
+        host_.prompts().tell(words(text_.zoneFull));
+        return;
+    }
+    document_.discard();
+    startNew();
+}
+
+void EditorWindow::onEdit() {
+    const int line = selectedLine();
+    if (line < 0 || !mayDiscard())
+        return; // nothing chosen: nothing to show
+    document_.discard();
+    LoadRecord(line);
+}
+
+void EditorWindow::onListClicked() {
+    if (fillingList_)
+        return;
+    const bool one = selectedLine() >= 0;
+    if (!one)
+        buttonSave_->setEnabled(false);
+    buttonEdit_->setEnabled(one);
+    buttonDelete_->setEnabled(one);
+}
+
+void EditorWindow::onSave() {
+    if (!fieldNumber(textVNum_)) {
+        host_.prompts().tell(
+            twoLines(QStringLiteral("VNum Must Be a Number."),
+                     QStringLiteral("Type the %1's VNum, then Save.").arg(noun_.toLower())),
+            words(text_.notSavedTitle));
+        textVNum_->setFocus();
+        return;
+    }
+    if (!checkFields())
+        return;
+    const bool editEnabled = buttonEdit_->isEnabled();
+    const bool deleteEnabled = buttonDelete_->isEnabled();
+    buttonEdit_->setEnabled(false);
+    buttonDelete_->setEnabled(false);
+
+    syncFolder();
+    std::string error;
+    const SaveResult result = document_.save(
+        *fieldNumber(textVNum_),
+        [&] {
+            return host_.prompts().ask(words(text_.overwriteLine), words(text_.overwriteTitle));
+        },
+        [this] { storeRecord(); }, error);
+    if (result == SaveResult::NothingStored || result == SaveResult::WriteFailed) {
+        // Nothing happened: the table, the list and the window stay as they
+        // were, with the changes still to be saved.
+        buttonEdit_->setEnabled(editEnabled);
+        buttonDelete_->setEnabled(deleteEnabled);
+        tellFailure(result, words(text_.notSavedTitle), error);
+        HasChanged();
+        return;
+    }
+    fillList();
+    tellFailure(result, QString(), error);
+    setWindowTitle(
+        QStringLiteral("%1 [%2/99]").arg(words(text_.title)).arg(document_.CurrentIndex));
+    textVNum_->setFocus();
+    document_.Changed = false;
+}
+
+void EditorWindow::tellFailure(SaveResult result, const QString& title, const std::string& error) {
+    if (result == SaveResult::WriteFailed)
+        host_.prompts().tell(twoLines(QStringLiteral("%1 could not be written:").arg(fileName()),
+                                      QString::fromLocal8Bit(error)),
+                             title);
+    else if (result == SaveResult::ReadBackFailed)
+        host_.prompts().tell(QString::fromLocal8Bit(error));
+}
+
+void EditorWindow::onDelete() {
+    const int line = selectedLine();
+    if (line < 0)
+        return;
+    if (!host_.prompts().ask(words(text_.deleteLine), QStringLiteral("Confirm Delete")) ||
+        !mayDiscard())
+        return;
+    buttonEdit_->setEnabled(false);
+    buttonDelete_->setEnabled(false);
+
+    syncFolder();
+    std::string error;
+    const SaveResult result = document_.remove(line, document_.Changed, error);
+    fillList();
+    if (result == SaveResult::WriteFailed) {
+        tellFailure(result, words(text_.notDeletedTitle), error);
+        return;
+    }
+    tellFailure(result, QString(), error);
+    // The window shows its record from its new slot; when that record was
+    // the one deleted, it starts a new one instead.
+    if (document_.CurrentIndex < document_.RecordCount)
+        LoadRecord(document_.CurrentIndex);
+    else
+        startNew();
+}
+
+void EditorWindow::onClearAll() {
+    if (!host_.prompts().ask(QStringLiteral("Really Clear This Form?"),
+                             QStringLiteral("Confirm Clear")))
+        return;
+    ClearAll();
+    textVNum_->setFocus();
+}
+
+void EditorWindow::onCancel() {
+    if (!isEnabled())
+        return;
+    if (document_.Changed && !askNotSaved(QStringLiteral("Cancel Anyway?")))
+        return;
+    leave();
+}
+
+void EditorWindow::onDone() {
+    if (document_.Changed) {
+        host_.prompts().tell(
+            twoLines(words(text_.notSavedLine), QStringLiteral("Either Save or Use Cancel.")),
+            words(text_.notSavedTitle));
+        return;
+    }
+    leave();
+}
+
+void EditorWindow::leave() {
+    leaving_ = true;
+    close();
+}
+
+void EditorWindow::closeEvent(QCloseEvent* event) {
+    if (dialog_ && dialog_->isVisible()) {
+        // The window waits for its dialog; that one has to close first.
+        event->ignore();
+        dialog_->raise();
+        dialog_->activateWindow();
+        return;
+    }
+    // The frame's close button acts as Cancel.
+    if (!leaving_ && document_.Changed && !askNotSaved(QStringLiteral("Cancel Anyway?"))) {
+        event->ignore();
+        return;
+    }
+    leaving_ = true;
+    document_.close();
+    event->accept();
+    host_.editorClosed();
+}
+
+void EditorWindow::showDialog(QWidget* dialog) {
+    dialog_ = dialog;
+    setEnabled(false);
+    dialog->show();
+    dialog->raise();
+    dialog->activateWindow();
+}
+
+} // namespace marl

@@ -1,0 +1,75 @@
+#include "editor/owned_dialog.h"
+
+#include <QCloseEvent>
+
+#include "shell/prompts.h"
+
+namespace marl {
+
+DialogQuestions DialogQuestions::notSaved(const QString& thing) {
+    return {QStringLiteral("Changes to %1 Not Saved.").arg(thing),
+            QStringLiteral("%1 Not Saved").arg(thing)};
+}
+
+DialogQuestions DialogQuestions::madeChanges(const QString& thing) {
+    return {QStringLiteral("Changes to %1 Have Been Made.").arg(thing),
+            QStringLiteral("%1 Changed").arg(thing)};
+}
+
+DialogQuestions DialogQuestions::of(const DialogText& text) {
+    return {QString::fromLatin1(text.changedLine), QString::fromLatin1(text.changedTitle)};
+}
+
+OwnedDialog::OwnedDialog(DialogOwner& owner, Prompts& prompts, DialogQuestions questions)
+    : prompts_(prompts), owner_(&owner), ownerWindow_(owner.ownerWindow()),
+      questions_(std::move(questions)) {
+    setAttribute(Qt::WA_DeleteOnClose);
+}
+
+bool OwnedDialog::mayCancel() {
+    return !changed_ || prompts_.ask(twoLines(notSavedLine(), QStringLiteral("Cancel Anyway?")),
+                                     notSavedTitle());
+}
+
+void OwnedDialog::onCancel() {
+    if (mayCancel())
+        finish();
+}
+
+void OwnedDialog::reject() {
+    onCancel();
+}
+
+void OwnedDialog::onClearAll(QWidget* focus) {
+    if (!prompts_.ask(QStringLiteral("Really Clear This Form?"), QStringLiteral("Confirm Clear")))
+        return;
+    changed_ = true;
+    ClearAll();
+    focus->setFocus();
+}
+
+void OwnedDialog::tellOwnerStored() {
+    if (ownerWindow_)
+        owner_->dialogStored();
+}
+
+void OwnedDialog::finish() {
+    closing_ = true;
+    close();
+}
+
+void OwnedDialog::closeEvent(QCloseEvent* event) {
+    // The frame's close button acts as Cancel.
+    if (!closing_ && !mayCancel()) {
+        event->ignore();
+        return;
+    }
+    closing_ = true;
+    event->accept();
+    if (ownerWindow_) {
+        ownerWindow_->setEnabled(true);
+        ownerWindow_->activateWindow();
+    }
+}
+
+} // namespace marl

@@ -1,0 +1,123 @@
+#include "editor/zone_document.h"
+
+namespace marl {
+
+void ZoneDocument::newZone(std::int32_t zone) {
+    clearTable();
+    ZoneNumber = zone;
+    RecordCount = 0;
+    CurrentIndex = 0;
+    rememberShown();
+    Changed = false;
+}
+
+bool ZoneDocument::load(std::int32_t zone, std::string& error) {
+    ZoneNumber = zone;
+    clearTable();
+    int count = 0;
+    if (!readBack(count, error)) {
+        clearTable();
+        RecordCount = 0;
+        return false;
+    }
+    RecordCount = count;
+    CurrentIndex = 0;
+    rememberShown();
+    Changed = false;
+    return true;
+}
+
+void ZoneDocument::close() {
+    clearTable();
+}
+
+void ZoneDocument::show(int slot) {
+    CurrentIndex = slot;
+    rememberShown();
+}
+
+void ZoneDocument::startNew() {
+    CurrentIndex = RecordCount;
+    clearSlot(CurrentIndex);
+    rememberShown();
+}
+
+SaveResult ZoneDocument::save(std::int32_t vnum, const std::function<bool()>& overwrite,
+                              const std::function<void()>& store, std::string& error) {
+    keepBackup();
+    const int countBefore = RecordCount;
+    const int shownBefore = CurrentIndex;
+    takePending();
+    store();
+    std::vector<int> targets;
+    bool found = false;
+    for (int slot = 0; slot < RecordCount; ++slot) {
+        if (vnumAt(slot) != vnum || nameAt(slot).empty())
+            continue;
+        found = true;
+        if (overwrite())
+            targets.push_back(slot);
+    }
+    if (!found)
+        targets.push_back(RecordCount++);
+    if (targets.empty()) {
+        // No to every question: the table stays as it was, dialogs' changes
+        // to the shown record included.
+        restoreBackup();
+        return SaveResult::NothingStored;
+    }
+    for (int slot : targets)
+        placePending(slot);
+    const SaveResult result = writeAndReadBack(targets.front(), error);
+    if (result == SaveResult::WriteFailed) {
+        RecordCount = countBefore;
+        CurrentIndex = shownBefore;
+    }
+    return result;
+}
+
+SaveResult ZoneDocument::remove(int slot, bool discardShown, std::string& error) {
+    if (slot < 0 || slot >= RecordCount)
+        return SaveResult::NothingStored;
+    keepBackup();
+    if (discardShown)
+        restoreShown();
+    const int countBefore = RecordCount;
+    const int shownBefore = CurrentIndex;
+    // Every later record moves up one slot with all it holds.
+    for (int later = slot; later + 1 < RecordCount; ++later)
+        copySlot(later + 1, later);
+    clearSlot(RecordCount - 1);
+    --RecordCount;
+    removedShown_ = shownBefore == slot;
+    const int shownAfter = removedShown_        ? RecordCount
+                           : shownBefore > slot ? shownBefore - 1
+                                                : shownBefore;
+    const SaveResult result = writeAndReadBack(shownAfter, error);
+    if (result == SaveResult::WriteFailed) {
+        RecordCount = countBefore;
+        CurrentIndex = shownBefore;
+        removedShown_ = false;
+    }
+    return result;
+}
+
+SaveResult ZoneDocument::writeAndReadBack(int shownAfter, std::string& error) {
+    if (!writeZoneFile(path(), writeText(), error)) {
+        restoreBackup();
+        return SaveResult::WriteFailed;
+    }
+    int count = 0;
+    const bool readBackOk = readBack(count, error);
+    if (readBackOk)
+        RecordCount = count;
+    CurrentIndex = shownAfter;
+    if (CurrentIndex >= RecordCount)
+        startNew();
+    else
+        rememberShown();
+    Changed = false;
+    return readBackOk ? SaveResult::Stored : SaveResult::ReadBackFailed;
+}
+
+} // namespace marl
