@@ -1,0 +1,74 @@
+#pragma once
+// The mobile editor's vocabularies and field rules as data: the editor's
+// fields, the two flag dialogs (one class on two letter tables), the extended
+// specs dialog and the detailed-description dialog.  Positions, genders and
+// the extended keywords stay beside the record they describe.
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "mobiles/mobile_record.h"
+#include "world/form_text.h"
+#include "world/vocabulary.h"
+
+namespace marl {
+
+// The editor window.
+extern const EditorText kMobileEditor;
+inline constexpr const char* kMobileListFrame = "frameMobileSelect";
+inline constexpr const char* kMobileListFrameCaption = "Mobile Select";
+inline constexpr const char* kMobileList = "listMobileSelect";
+
+// The sixteen entry fields, in the order Clear All empties them.
+extern const std::array<FieldDef, 16> kMobileFields;
+
+// Hit points and bare-hand damage: a frame of three fields around the labels
+// `d` and `+`, stored together as one dice text.
+struct DiceFrameDef {
+    const char* frame;
+    const char* caption;
+    const char* countControl;
+    const char* dieLabel; // shows "d"
+    const char* sizeControl;
+    const char* plusLabel; // shows "+"
+    const char* bonusControl;
+    std::string MobileRecord::*field;
+};
+extern const std::array<DiceFrameDef, 2> kMobileDice;
+
+// The frame objectNames of the three option groups (their captions are
+// beside the tables in the record's header).
+inline constexpr const char* kGenderFrameControl = "frameGender";
+inline constexpr const char* kLoadPositionFrameControl = "frameLoadPosition";
+inline constexpr const char* kDefaultPositionFrameControl = "frameDefaultPosition";
+
+// The action and affect flags, each edited by a dialog of check boxes.
+extern const std::array<FlagDef, 17> kActionFlags;
+extern const std::array<FlagDef, 15> kAffectFlags;
+
+struct FlagDialogDef {
+    DialogText text;
+    std::span<const FlagDef> flags;
+    std::string MobileRecord::*field; // the flag text the dialog edits
+};
+extern const FlagDialogDef kActionFlagDialog;
+extern const FlagDialogDef kAffectFlagDialog;
+
+// The extended specs dialog: the bare-hand attack (options from the attack
+// types) and seven abilities.
+extern const DialogText kESpecsDialog;
+inline constexpr const char* kBareHandFrame = "frameBHA";
+inline constexpr const char* kBareHandFrameCaption = "BareHandAttack";
+
+struct AbilityDef {
+    FieldDef field;
+    std::int16_t MobileRecord::*value;
+};
+extern const std::array<AbilityDef, 7> kAbilities;
+
+// The detailed description's text dialog.
+extern const DialogText kMobileDescDialog;
+
+} // namespace marl
