@@ -2,6 +2,7 @@
 
 #include "about/app_icon.h"
 #include "about/form_about.h"
+#include "mobiles/form_mobile.h"
 #include "rooms/form_room.h"
 #include "shell/file_chooser.h"
 #include "shell/form_main.h"
@@ -15,6 +16,8 @@ int main(int argc, char* argv[]) {
     marl::MessageBoxPrompts prompts;
     marl::DialogFileChooser chooser;
     marl::FormMain window(QApplication::applicationDirPath(), prompts, chooser);
+    window.setEditorFactory(marl::KindMobile,
+                            [](marl::EditorHost& host) { return new marl::FormMobile(host); });
     window.setEditorFactory(marl::KindRoom,
                             [](marl::EditorHost& host) { return new marl::FormRoom(host); });
     window.setAboutFactory([&prompts] { return new marl::FormAbout(prompts); });

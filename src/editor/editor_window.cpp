@@ -99,6 +99,7 @@ void EditorWindow::newZone(std::int32_t zone) {
     fillList();
     ClearAll();
     textVNum_->setText(QString::number(zone) + QStringLiteral("00"));
+    newFields();
     document_.Changed = false;
 }
 
@@ -182,6 +183,7 @@ void EditorWindow::startNew() {
     document_.startNew();
     ClearAll();
     textVNum_->setText(QString::number(document_.ZoneNumber));
+    newFields();
     textVNum_->setFocus();
     document_.Changed = false;
 }
@@ -217,10 +219,10 @@ void EditorWindow::onListClicked() {
 
 void EditorWindow::onSave() {
     if (!fieldNumber(textVNum_)) {
-        host_.prompts().tell(twoLines(QStringLiteral("VNum Must Be a Number."),
-                                      QStringLiteral("Type the %1's VNum, then Save.")
-                                          .arg(noun_.toLower())),
-                             QStringLiteral("%1 Not Saved").arg(noun_));
+        host_.prompts().tell(
+            twoLines(QStringLiteral("VNum Must Be a Number."),
+                     QStringLiteral("Type the %1's VNum, then Save.").arg(noun_.toLower())),
+            QStringLiteral("%1 Not Saved").arg(noun_));
         textVNum_->setFocus();
         return;
     }
@@ -254,8 +256,7 @@ void EditorWindow::onSave() {
     document_.Changed = false;
 }
 
-void EditorWindow::tellFailure(SaveResult result, const QString& title,
-                               const std::string& error) {
+void EditorWindow::tellFailure(SaveResult result, const QString& title, const std::string& error) {
     if (result == SaveResult::WriteFailed)
         host_.prompts().tell(twoLines(QStringLiteral("%1 could not be written:").arg(fileName()),
                                       QString::fromLocal8Bit(error)),
