@@ -95,6 +95,9 @@ void FormMobile::parseRecord() {
         show(dice.sizeControl, fromBytes(parts.size));
         show(dice.bonusControl, fromBytes(parts.bonus));
     }
+    // A long text shows from its start.
+    for (const char* control : {"textAlias", "textSDesc", "textLDesc"})
+        field(control)->setCursorPosition(0);
     genders_->setNumber(mobile.Gender);
     loadPositions_->setNumber(mobile.LPos);
     defaultPositions_->setNumber(mobile.DPos);
