@@ -4,7 +4,10 @@
 #include <QFile>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QShortcut>
+#include <QStyledItemDelegate>
+#include <algorithm>
 
 #include "shell/prompts.h"
 #include "widgets/qt_text.h"
@@ -14,6 +17,28 @@
 namespace marl {
 
 namespace {
+
+// A list line is "VNum<tab>name".  The list draws it with the name at a
+// fixed column rather than at the next 80-pixel tab stop: the font is
+// fixed-pitch, so padding lines the names up and saves the width of a stop.
+QString shownLine(const QString& line) {
+    constexpr int nameColumn = 7;
+    const qsizetype tab = line.indexOf(QLatin1Char('\t'));
+    if (tab < 0)
+        return line;
+    return line.left(tab).leftJustified(nameColumn - 1) + QLatin1Char(' ') + line.mid(tab + 1);
+}
+
+class ListLineDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->text = shownLine(option->text);
+    }
+};
 
 std::filesystem::path toPath(const QString& path) {
 #ifdef _WIN32
@@ -37,6 +62,9 @@ EditorWindow::EditorWindow(EditorHost& host, std::unique_ptr<ZoneDocument> docum
     listSelect_->setObjectName(QStringLiteral("list%1Select").arg(noun));
     listSelect_->setFont(fixedFont());
     listSelect_->setSelectionMode(QAbstractItemView::SingleSelection);
+    listSelect_->setItemDelegate(new ListLineDelegate(listSelect_));
+    listMinimumWidth_ = ui::widthForColumns(listSelect_, 30);
+    listSelect_->setMinimumWidth(listMinimumWidth_);
     buttonNew_ = ui::button(this, "buttonNew", "New", 'n');
     buttonSave_ = ui::button(this, "buttonSave", "Save", 's');
     buttonEdit_ = ui::button(this, "buttonEdit", "Edit", 'e');
@@ -136,6 +164,25 @@ void EditorWindow::fillList() {
         listSelect_->addItem(QString::number(document_.vnumAt(slot)) + QLatin1Char('\t') +
                              fromBytes(document_.nameAt(slot)));
     fillingList_ = false;
+    fitListToNames();
+}
+
+// The list asks for the width of its longest line, so that whole names show,
+// but never so much that the window no longer fits a 1024 x 768 screen.
+void EditorWindow::fitListToNames() {
+    const QFontMetrics metrics(listSelect_->font());
+    int widest = 0;
+    for (int line = 0; line < listSelect_->count(); ++line)
+        widest =
+            std::max(widest, metrics.horizontalAdvance(shownLine(listSelect_->item(line)->text())));
+    // The item's own margins, the scroll bar and the frame.
+    const int wanted = widest + 3 * metrics.horizontalAdvance(QLatin1Char('0')) +
+                       listSelect_->verticalScrollBar()->sizeHint().width() +
+                       2 * listSelect_->frameWidth();
+    const int others = minimumSizeHint().width() - listSelect_->minimumWidth();
+    constexpr int screenWidth = 1000; // 1024 less the window's frame
+    listSelect_->setMinimumWidth(
+        std::clamp(wanted, listMinimumWidth_, std::max(listMinimumWidth_, screenWidth - others)));
 }
 
 // ---- Change tracking and clearing -----------------------------------------

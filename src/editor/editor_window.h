@@ -86,6 +86,7 @@ protected:
 
 private:
     void fillList();
+    void fitListToNames();
     void syncFolder();
     // "Changes to Room Not Saved." and `second`, titled "Room Not Saved".
     bool askNotSaved(const QString& second);
@@ -110,6 +111,7 @@ private:
     std::unique_ptr<ZoneDocument> owned_;
     ZoneDocument& document_;
     QString noun_;
+    int listMinimumWidth_ = 0;
     bool fillingList_ = false;
     bool leaving_ = false;
     QPointer<QWidget> dialog_;

@@ -90,7 +90,7 @@ SaveResult ZoneDocument::remove(int slot, bool discardShown, std::string& error)
     clearSlot(RecordCount - 1);
     --RecordCount;
     removedShown_ = shownBefore == slot;
-    const int shownAfter = removedShown_ ? RecordCount
+    const int shownAfter = removedShown_        ? RecordCount
                            : shownBefore > slot ? shownBefore - 1
                                                 : shownBefore;
     const SaveResult result = writeAndReadBack(shownAfter, error);

@@ -117,7 +117,7 @@ const ValueGroupDef* findValueGroup(int type) {
     return nullptr;
 }
 
-// Captions as builders have always seen them, spelling included.
+// Captions kept word for word, spelling included ("Call Lightening").
 const std::array<ChoiceDef, 53> kSpells = {{
     {-1, "optionNoSpell", "No Spell"},
     {1, "optionArmor", "Armor"},

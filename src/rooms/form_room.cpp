@@ -162,11 +162,10 @@ bool FormRoom::checkFields() {
         QLineEdit* field = exitFields_[slot];
         if (!exitChecks_[slot]->isChecked() || field->text().isEmpty() || fieldNumber(field))
             continue;
-        host().prompts().tell(
-            twoLines(QStringLiteral("The %1 Exit's Destination Must Be a Number.")
-                         .arg(QString::fromLatin1(kExits[slot].caption)),
-                     QStringLiteral("Correct it, then Save.")),
-            QStringLiteral("Room Not Saved"));
+        host().prompts().tell(twoLines(QStringLiteral("The %1 Exit's Destination Must Be a Number.")
+                                           .arg(QString::fromLatin1(kExits[slot].caption)),
+                                       QStringLiteral("Correct it, then Save.")),
+                              QStringLiteral("Room Not Saved"));
         field->setFocus();
         return false;
     }

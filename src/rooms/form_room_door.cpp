@@ -75,6 +75,7 @@ void FormRoomDoor::buildLayout() {
     optionPickProof_ = named(new AccessRadioButton(QStringLiteral("PickProof"), u'p', doorFrame),
                              "optionPickProof");
     optionNormal_->setChecked(true);
+    tabToSelected({optionNormal_, optionDoor_, optionPickProof_});
     auto* doorLayout = new QHBoxLayout(doorFrame);
     doorLayout->addWidget(optionNormal_);
     doorLayout->addWidget(optionDoor_);

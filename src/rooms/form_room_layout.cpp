@@ -12,6 +12,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "rooms/form_room.h"
@@ -41,11 +42,6 @@ void FormRoom::buildLayout() {
 
     auto* selectFrame = frame(this, "frameRoomSelect", "Room Select");
     listSelect_->setParent(selectFrame);
-    // Wide enough for a VNum and a name of usual length; a longer name can
-    // be scrolled to, and the list grows with the window.
-    listSelect_->setMinimumWidth(widthForColumns(listSelect_, 30));
-    listSelect_->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
-    listSelect_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     auto* selectLayout = new QVBoxLayout(selectFrame);
     selectLayout->addWidget(listSelect_);
 
@@ -64,14 +60,17 @@ void FormRoom::buildLayout() {
     auto* descFrame = frame(this, "frameDesc", "Room Description");
     textDesc_ = named(new TildeTextEdit(descFrame), "textDesc");
     textDesc_->setLineWrapMode(QPlainTextEdit::NoWrap);
-    textDesc_->setMinimumWidth(widthForColumns(textDesc_, 60));
+    // Room descriptions are written to lines of under 80 characters; most
+    // fit in 72.
+    textDesc_->setMinimumWidth(widthForColumns(textDesc_, 72) +
+                               textDesc_->verticalScrollBar()->sizeHint().width());
     textDesc_->setMinimumHeight(QFontMetrics(textDesc_->font()).lineSpacing() * 8 + 12);
     auto* descLayout = new QVBoxLayout(descFrame);
     descLayout->addWidget(textDesc_);
 
-    // Sector type: one option per sector, in two columns.
+    // Sector type: one option per sector, in one column as tall as the exits.
     auto* sectorFrame = frame(this, "frameSecType", "Sector Type");
-    sectors_ = new OptionGroup(kSectorTypes, 2, sectorFrame);
+    sectors_ = new OptionGroup(kSectorTypes, 1, sectorFrame);
     auto* sectorLayout = new QVBoxLayout(sectorFrame);
     sectorLayout->addWidget(sectors_);
     sectorLayout->addStretch();
@@ -113,7 +112,7 @@ void FormRoom::buildLayout() {
     auto* settings = new QHBoxLayout;
     settings->addWidget(sectorFrame);
     settings->addWidget(exitsFrame);
-    settings->addWidget(bitsFrame);
+    settings->addWidget(bitsFrame, 1);
 
     auto* right = new QVBoxLayout;
     right->addWidget(nameFrame);
@@ -121,8 +120,8 @@ void FormRoom::buildLayout() {
     right->addLayout(settings);
 
     auto* body = new QHBoxLayout;
-    body->addLayout(left, 2);
-    body->addLayout(right, 3);
+    body->addLayout(left, 1);
+    body->addLayout(right, 2);
 
     // Commands along the bottom; leaving the window sits at the right.
     buttonExtraDescs_ = button(this, "buttonExtraDescs", "Extra Descriptions", 'x');

@@ -61,6 +61,23 @@ inline void editOnEnter(QListWidget* list, const std::function<void()>& edit) {
             });
 }
 
+// Tab reaches a group of options at its selected one (the first when none
+// is selected); the arrow keys and clicks still reach them all.
+inline void tabToSelected(const QList<QAbstractButton*>& options) {
+    const auto update = [options] {
+        bool any = false;
+        for (QAbstractButton* option : options)
+            any = any || option->isChecked();
+        for (QAbstractButton* option : options)
+            option->setFocusPolicy(option->isChecked() || (!any && option == options.front())
+                                       ? Qt::StrongFocus
+                                       : Qt::ClickFocus);
+    };
+    for (QAbstractButton* option : options)
+        QObject::connect(option, &QAbstractButton::toggled, option, update);
+    update();
+}
+
 template <typename Widget> Widget* named(Widget* widget, const char* name) {
     widget->setObjectName(QString::fromLatin1(name));
     return widget;

@@ -6,6 +6,7 @@
 #include <QRadioButton>
 
 #include "widgets/qt_text.h"
+#include "widgets/qt_widgets.h"
 
 namespace marl {
 
@@ -92,6 +93,7 @@ OptionGroup::OptionGroup(std::span<const ChoiceDef> table, int columns, QWidget*
         options_.front()->setChecked(true);
         number_ = table.front().number;
     }
+    ui::tabToSelected({options_.begin(), options_.end()});
     connect(group_, &QButtonGroup::idToggled, this, [this](int id, bool checked) {
         if (!checked)
             return;

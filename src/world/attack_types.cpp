@@ -2,8 +2,7 @@
 
 namespace marl {
 
-// "string/stings" is the caption the server's builders have always seen for
-// attack type 1, kept as it stands.
+// Captions kept word for word, "string/stings" for attack type 1 included.
 const std::array<AttackTypeDef, 15> kAttackTypes = {{
     {0, "optionHit", "optionBHAHit", "hit/hits"},
     {1, "optionSting", "optionBHASting", "string/stings"},

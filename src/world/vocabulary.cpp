@@ -17,9 +17,8 @@ char flagLetter(int bit) {
 }
 
 FlagBits flagBits(std::string_view text) {
-    const bool digits = !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
-        return c >= '0' && c <= '9';
-    });
+    const bool digits = !text.empty() && std::all_of(text.begin(), text.end(),
+                                                     [](char c) { return c >= '0' && c <= '9'; });
     FlagBits bits = 0;
     if (digits) {
         // Unsigned arithmetic wraps, which keeps the lowest 32 bits.

@@ -25,7 +25,7 @@ bool act(QWidget* window, const QString& step) {
                 QTest::keyClick(widget, Qt::Key_Return);
             else if (c.unicode() < 0x80)
                 QTest::keyClick(widget, c.toLatin1());
-            else  // no key of its own: a key event carrying the character
+            else // no key of its own: a key event carrying the character
                 QTest::sendKeyEvent(QTest::Click, widget, Qt::Key_unknown, QString(c), {});
         }
     } else if (action == "erase") {
@@ -36,7 +36,7 @@ bool act(QWidget* window, const QString& step) {
     } else if (action == "tab") {
         QTest::keyClick(widget, Qt::Key_Tab);
     } else if (action == "escape" || action == "enter") {
-        window->activateWindow();  // shortcuts need the window active
+        window->activateWindow(); // shortcuts need the window active
         if (!QTest::qWaitForWindowActive(window))
             return QTest::qVerify(false, "window active", "", __FILE__, __LINE__);
         QTest::keyClick(widget, action == "enter" ? Qt::Key_Return : Qt::Key_Escape);
@@ -69,7 +69,8 @@ QString shows(const QWidget* window, const QString& expected, const Probe& probe
         if (name == "title" || name == "focus") {
             const QWidget* focus = window->focusWidget();
             value = name == "title" ? window->windowTitle()
-                                    : focus ? focus->objectName() : QString();
+                    : focus         ? focus->objectName()
+                                    : QString();
         }
         if (value) {
             out.append(name + '=' + *value);
@@ -96,8 +97,7 @@ QString shows(const QWidget* window, const QString& expected, const Probe& probe
     return out.join(", ");
 }
 
-bool play(QWidget* window, ScriptedPrompts& script, const QStringList& steps,
-          const Probe& probe) {
+bool play(QWidget* window, ScriptedPrompts& script, const QStringList& steps, const Probe& probe) {
     const Probe all = [&](const QString& name) -> std::optional<QString> {
         if (name != "said")
             return probe ? probe(name) : std::nullopt;

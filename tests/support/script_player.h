@@ -72,7 +72,11 @@ QString shows(const QWidget* window, const QString& expected, const Probe& probe
 // failed, at the first difference, a missing control or an unscripted message.
 bool play(QWidget* window, ScriptedPrompts& script, const QStringList& steps,
           const Probe& probe = {});
-#define MARL_PLAY(...) do { if (!(__VA_ARGS__)) return; } while (false)
+#define MARL_PLAY(...)                                                                             \
+    do {                                                                                           \
+        if (!(__VA_ARGS__))                                                                        \
+            return;                                                                                \
+    } while (false)
 
 // An editor of any kind on a zone's file (its New without one), as the main
 // window shows it, and what its scripts read besides the window: "changed",
@@ -112,8 +116,7 @@ template <typename Form> struct KindSession {
             {"index", [&] { return QString::number(editor->currentIndex()); }},
             {"count", [&] { return QString::number(editor->recordCount()); }},
             {"closed", [&] { return QString::number(host.closed); }},
-            {"bytes",
-             [&] { return fromBytes(bytes()).replace("\r\n", "|").replace('\n', '/'); }}};
+            {"bytes", [&] { return fromBytes(bytes()).replace("\r\n", "|").replace('\n', '/'); }}};
         const auto it = values.find(name);
         return it == values.end() ? std::nullopt : std::optional<QString>(it->second());
     }
