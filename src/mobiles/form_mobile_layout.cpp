@@ -99,7 +99,6 @@ void FormMobile::buildLayout() {
     // Left: VNum and the mobile list.
     auto* selectFrame = frame(this, kMobileListFrame, QString::fromLatin1(kMobileListFrameCaption));
     listSelect_->setParent(selectFrame);
-    listSelect_->setMinimumWidth(widthForColumns(listSelect_, 30));
     auto* selectLayout = new QVBoxLayout(selectFrame);
     selectLayout->addWidget(listSelect_);
     auto* left = new QVBoxLayout;
@@ -157,8 +156,8 @@ void FormMobile::buildLayout() {
     right->addStretch();
 
     auto* body = new QHBoxLayout;
-    body->addLayout(left, 2);
-    body->addLayout(right, 3);
+    body->addLayout(left, 1);
+    body->addLayout(right, 2);
 
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(body, 1);
@@ -178,6 +177,7 @@ void FormMobile::setTabOrderChain() {
         chain.append(field(control));
     for (const DiceFrameDef& dice : kMobileDice)
         chain << field(dice.countControl) << field(dice.sizeControl) << field(dice.bonusControl);
+    // Each group of options is one stop, at its selected option.
     for (OptionGroup* group : {genders_, defaultPositions_, loadPositions_})
         for (QRadioButton* option : group->options())
             chain.append(option);

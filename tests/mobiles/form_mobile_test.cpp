@@ -134,9 +134,9 @@ void FormMobileTest::script_data() {
              "25/400 8/8/1 dd=10, changed=x, buttonSave, bytes=" +
              fromBytes(small).replace('\n', '/')});
     row("save under a new VNum appends", small,
-        {"textVNum:backspace", "textVNum:type:7", "textSDesc:type: two", "buttonSave:click",
+        {"textVNum:backspace", "textVNum:type:7", "textSDesc:type:two ", "buttonSave:click",
          "?said=, listMobileSelect=9500\tthe old ferryman/9501\ta grey heron/9502\tthe wiry "
-         "cutpurse/9507\tthe old ferryman two, count=4, index=3, title=Mobile Editor [3/99], "
+         "cutpurse/9507\ttwo the old ferryman, count=4, index=3, title=Mobile Editor [3/99], "
          "changed=-"});
     row("the first save of a new file", none,
         {"textVNum:type:1", "textAlias:type:rat", "textSDesc:type:a rat", "textLDesc:type:A rat.",
