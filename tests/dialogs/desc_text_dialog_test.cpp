@@ -3,6 +3,7 @@
 // row: what it shows, the texts it refuses, Done, Cancel, Clear All, Escape
 // and the frame's close, each with what reaches the record and the owner.
 
+#include "dialog_owner_double.h"
 #include "script_player.h"
 
 #include "dialogs/desc_text_dialog.h"
@@ -66,11 +67,7 @@ void DescTextDialogTest::script() {
     QFETCH(bool, mobile);
     QFETCH(QStringList, steps);
     std::string texts[2] = {"Not this record.", "A tall man.\r\nHe nods."};
-    struct Owner : QWidget, DialogOwner {
-        int calls = 0;
-        QWidget* ownerWindow() override { return this; }
-        void dialogStored() override { ++calls; }
-    } owner;
+    RecordingOwner owner;
     owner.show();
     owner.setEnabled(false); // as the editor does before showing the dialog
     ScriptedPrompts prompts;
@@ -81,15 +78,8 @@ void DescTextDialogTest::script() {
     dialog->show();
     dialog->activateWindow();
     QVERIFY(!dialog->parent() && dialog->testAttribute(Qt::WA_DeleteOnClose));
-    const auto probe = [&](const QString& name) -> std::optional<QString> {
-        const std::map<QString, QString> values{
-            {"text", fromBytes(texts[1])},
-            {"calls", QString::number(owner.calls)},
-            {"owner", owner.isEnabled() ? "on" : "off"},
-            {"open", dialog && dialog->isVisible() ? "x" : "-"},
-            {"changed", dialog && dialog->changed() ? "x" : "-"}};
-        const auto it = values.find(name);
-        return it == values.end() ? std::nullopt : std::optional<QString>(it->second);
+    const auto probe = [&](const QString& name) {
+        return ownedDialogProbe(name, owner, dialog, {{"text", fromBytes(texts[1])}});
     };
     MARL_PLAY(play(dialog, prompts, steps, probe));
     QCOMPARE(fromBytes(texts[0]), QString("Not this record."));
