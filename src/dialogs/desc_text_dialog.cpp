@@ -14,9 +14,7 @@ using namespace ui;
 
 DescTextDialog::DescTextDialog(const DialogText& text, TextField field, DialogOwner& owner,
                                Prompts& prompts)
-    : OwnedDialog(owner, prompts,
-                  {QString::fromLatin1(text.changedLine), QString::fromLatin1(text.changedTitle)}),
-      field_(std::move(field)) {
+    : OwnedDialog(owner, prompts, DialogQuestions::of(text)), field_(std::move(field)) {
     setObjectName(QString::fromLatin1(text.form));
     setWindowTitle(QString::fromLatin1(text.title));
 

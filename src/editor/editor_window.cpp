@@ -51,11 +51,13 @@ std::filesystem::path toPath(const QString& path) {
 } // namespace
 
 EditorWindow::EditorWindow(EditorHost& host, std::unique_ptr<ZoneDocument> document,
-                           const QString& noun, const NumericRule& vnumRule)
-    : host_(host), owned_(std::move(document)), document_(*owned_), noun_(noun) {
-    setObjectName(QStringLiteral("form") + noun);
+                           const EditorText& text, const NumericRule& vnumRule)
+    : host_(host), owned_(std::move(document)), document_(*owned_), text_(text),
+      noun_(QString::fromLatin1(text.form).mid(4)) {
+    const QString& noun = noun_;
+    setObjectName(QString::fromLatin1(text.form));
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(noun + QStringLiteral(" Editor"));
+    setWindowTitle(QString::fromLatin1(text.title));
 
     textVNum_ = ui::named(new NumericField(vnumRule, this), "textVNum");
     listSelect_ = new QListWidget(this);
@@ -152,7 +154,7 @@ void EditorWindow::LoadRecord(int slot) {
     document_.show(slot);
     ClearAll();
     parseRecord();
-    setWindowTitle(QStringLiteral("%1 Editor [%2/99]").arg(noun_).arg(slot));
+    setWindowTitle(QStringLiteral("%1 [%2/99]").arg(words(text_.title)).arg(slot));
     buttonSave_->setEnabled(false);
     document_.Changed = false;
 }
@@ -208,9 +210,8 @@ void EditorWindow::ClearAll() {
 // ---- Commands --------------------------------------------------------------
 
 bool EditorWindow::askNotSaved(const QString& second) {
-    return host_.prompts().ask(
-        twoLines(QStringLiteral("Changes to %1 Not Saved.").arg(noun_), second),
-        QStringLiteral("%1 Not Saved").arg(noun_));
+    return host_.prompts().ask(twoLines(words(text_.notSavedLine), second),
+                               words(text_.notSavedTitle));
 }
 
 bool EditorWindow::mayDiscard() {
@@ -239,7 +240,7 @@ void EditorWindow::onNew() {
     if (!isEnabled() || !mayDiscard())
         return;
     if (document_.RecordCount >= kMaxRecordsForNew) {
-        host_.prompts().tell(QStringLiteral("Zone Already Contains 99 %1s").arg(noun_));
+        host_.prompts().tell(words(text_.zoneFull));
         return;
     }
     document_.discard();
@@ -269,7 +270,7 @@ void EditorWindow::onSave() {
         host_.prompts().tell(
             twoLines(QStringLiteral("VNum Must Be a Number."),
                      QStringLiteral("Type the %1's VNum, then Save.").arg(noun_.toLower())),
-            QStringLiteral("%1 Not Saved").arg(noun_));
+            words(text_.notSavedTitle));
         textVNum_->setFocus();
         return;
     }
@@ -282,23 +283,25 @@ void EditorWindow::onSave() {
 
     syncFolder();
     std::string error;
-    const QString overwrite = QStringLiteral("Overwrite Existing %1").arg(noun_);
     const SaveResult result = document_.save(
         *fieldNumber(textVNum_),
-        [&] { return host_.prompts().ask(overwrite + QLatin1Char('?'), overwrite); },
+        [&] {
+            return host_.prompts().ask(words(text_.overwriteLine), words(text_.overwriteTitle));
+        },
         [this] { storeRecord(); }, error);
     if (result == SaveResult::NothingStored || result == SaveResult::WriteFailed) {
         // Nothing happened: the table, the list and the window stay as they
         // were, with the changes still to be saved.
         buttonEdit_->setEnabled(editEnabled);
         buttonDelete_->setEnabled(deleteEnabled);
-        tellFailure(result, QStringLiteral("%1 Not Saved").arg(noun_), error);
+        tellFailure(result, words(text_.notSavedTitle), error);
         HasChanged();
         return;
     }
     fillList();
     tellFailure(result, QString(), error);
-    setWindowTitle(QStringLiteral("%1 Editor [%2/99]").arg(noun_).arg(document_.CurrentIndex));
+    setWindowTitle(
+        QStringLiteral("%1 [%2/99]").arg(words(text_.title)).arg(document_.CurrentIndex));
     textVNum_->setFocus();
     document_.Changed = false;
 }
@@ -316,8 +319,7 @@ void EditorWindow::onDelete() {
     const int line = selectedLine();
     if (line < 0)
         return;
-    if (!host_.prompts().ask(QStringLiteral("Really Delete This %1?").arg(noun_),
-                             QStringLiteral("Confirm Delete")) ||
+    if (!host_.prompts().ask(words(text_.deleteLine), QStringLiteral("Confirm Delete")) ||
         !mayDiscard())
         return;
     buttonEdit_->setEnabled(false);
@@ -328,7 +330,7 @@ void EditorWindow::onDelete() {
     const SaveResult result = document_.remove(line, document_.Changed, error);
     fillList();
     if (result == SaveResult::WriteFailed) {
-        tellFailure(result, QStringLiteral("%1 Not Deleted").arg(noun_), error);
+        tellFailure(result, words(text_.notDeletedTitle), error);
         return;
     }
     tellFailure(result, QString(), error);
@@ -358,9 +360,9 @@ void EditorWindow::onCancel() {
 
 void EditorWindow::onDone() {
     if (document_.Changed) {
-        host_.prompts().tell(twoLines(QStringLiteral("Changes to %1 Not Saved.").arg(noun_),
-                                      QStringLiteral("Either Save or Use Cancel.")),
-                             QStringLiteral("%1 Not Saved").arg(noun_));
+        host_.prompts().tell(
+            twoLines(words(text_.notSavedLine), QStringLiteral("Either Save or Use Cancel.")),
+            words(text_.notSavedTitle));
         return;
     }
     leave();

@@ -16,6 +16,7 @@
 #include "editor/dialog_owner.h"
 #include "editor/zone_document.h"
 #include "shell/editor_host.h"
+#include "world/form_text.h"
 #include "world/numeric_rule.h"
 
 class QListWidget;
@@ -28,9 +29,10 @@ class NumericField;
 class EditorWindow : public QWidget, public ZoneEditor, public DialogOwner {
     Q_OBJECT
 public:
-    // `noun` names the kind in captions and messages ("Room"); `vnumRule`
-    // is the rule of the VNum field.
-    EditorWindow(EditorHost& host, std::unique_ptr<ZoneDocument> document, const QString& noun,
+    // `text` holds the kind's window name, title and messages (the kind's
+    // noun is its window name after "form": "formRoom" edits a "Room");
+    // `vnumRule` is the rule of the VNum field.
+    EditorWindow(EditorHost& host, std::unique_ptr<ZoneDocument> document, const EditorText& text,
                  const NumericRule& vnumRule);
     ~EditorWindow() override;
 
@@ -90,6 +92,7 @@ private:
     void syncFolder();
     // "Changes to Room Not Saved." and `second`, titled "Room Not Saved".
     bool askNotSaved(const QString& second);
+    static QString words(const char* text) { return QString::fromLatin1(text); }
     // Asks before unsaved changes are dropped; on Yes the shown record goes
     // back to how it was shown.
     bool mayDiscard();
@@ -110,6 +113,7 @@ private:
     EditorHost& host_;
     std::unique_ptr<ZoneDocument> owned_;
     ZoneDocument& document_;
+    EditorText text_;
     QString noun_;
     int listMinimumWidth_ = 0;
     bool fillingList_ = false;

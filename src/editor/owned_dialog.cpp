@@ -16,6 +16,10 @@ DialogQuestions DialogQuestions::madeChanges(const QString& thing) {
             QStringLiteral("%1 Changed").arg(thing)};
 }
 
+DialogQuestions DialogQuestions::of(const DialogText& text) {
+    return {QString::fromLatin1(text.changedLine), QString::fromLatin1(text.changedTitle)};
+}
+
 OwnedDialog::OwnedDialog(DialogOwner& owner, Prompts& prompts, DialogQuestions questions)
     : prompts_(prompts), owner_(&owner), ownerWindow_(owner.ownerWindow()),
       questions_(std::move(questions)) {

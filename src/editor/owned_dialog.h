@@ -10,6 +10,7 @@
 #include <QPointer>
 
 #include "editor/dialog_owner.h"
+#include "world/form_text.h"
 
 namespace marl {
 
@@ -24,6 +25,8 @@ struct DialogQuestions {
     static DialogQuestions notSaved(const QString& thing);
     // "Changes to <thing> Have Been Made.", titled "<thing> Changed".
     static DialogQuestions madeChanges(const QString& thing);
+    // The Cancel question of a dialog's text table.
+    static DialogQuestions of(const DialogText& text);
 };
 
 class OwnedDialog : public QDialog {

@@ -51,8 +51,7 @@ template <typename Number> Number numberOf(const QLineEdit* field) {
 } // namespace
 
 FormMobile::FormMobile(EditorHost& host)
-    : EditorWindow(host, makeMobileDocument(), QStringLiteral("Mobile"),
-                   kMobileFields.front().rule),
+    : EditorWindow(host, makeMobileDocument(), kMobileEditor, kMobileFields.front().rule),
       mobiles_(static_cast<MobileDocument&>(document())) {
     buildLayout();
     for (QLineEdit* edit : fields_)

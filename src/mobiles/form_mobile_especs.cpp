@@ -32,9 +32,7 @@ const std::array<ChoiceDef, kAttackTypes.size()>& bareHandChoices() {
 } // namespace
 
 FormMobileESpecs::FormMobileESpecs(DialogOwner& owner, Prompts& prompts)
-    : OwnedDialog(owner, prompts,
-                  {QString::fromLatin1(kESpecsDialog.changedLine),
-                   QString::fromLatin1(kESpecsDialog.changedTitle)}) {
+    : OwnedDialog(owner, prompts, DialogQuestions::of(kESpecsDialog)) {
     setObjectName(QString::fromLatin1(kESpecsDialog.form));
     setWindowTitle(QString::fromLatin1(kESpecsDialog.title));
 

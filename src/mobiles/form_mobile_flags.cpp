@@ -13,10 +13,7 @@ namespace marl {
 using namespace ui;
 
 FormMobileFlags::FormMobileFlags(const FlagDialogDef& def, DialogOwner& owner, Prompts& prompts)
-    : OwnedDialog(
-          owner, prompts,
-          {QString::fromLatin1(def.text.changedLine), QString::fromLatin1(def.text.changedTitle)}),
-      def_(def) {
+    : OwnedDialog(owner, prompts, DialogQuestions::of(def.text)), def_(def) {
     setObjectName(QString::fromLatin1(def.text.form));
     setWindowTitle(QString::fromLatin1(def.text.title));
 

@@ -24,13 +24,25 @@ std::unique_ptr<RoomDocument> makeRoomDocument() {
         [](const RoomRecord& room) { return room.Name; });
 }
 
+const EditorText kRoomEditor = {
+    "formRoom",
+    "Room Editor",
+    "Changes to Room Not Saved.",
+    "Room Not Saved",
+    "Room Not Deleted",
+    "Overwrite Existing Room?",
+    "Overwrite Existing Room",
+    "Really Delete This Room?",
+    "Zone Already Contains 99 Rooms",
+};
+
 // The VNum field: five characters, negatives allowed, no range.
 constexpr NumericRule kVNumRule{5, true, false, 0, 0};
 
 } // namespace
 
 FormRoom::FormRoom(EditorHost& host)
-    : EditorWindow(host, makeRoomDocument(), QStringLiteral("Room"), kVNumRule),
+    : EditorWindow(host, makeRoomDocument(), kRoomEditor, kVNumRule),
       rooms_(static_cast<RoomDocument&>(document())) {
     buildLayout();
     connectHandlers();
