@@ -3,6 +3,7 @@
 
 #include "about/app_icon.h"
 #include "about/form_about.h"
+#include "mobiles/form_mobile.h"
 #include "rooms/form_room.h"
 #include "shell/command_line.h"
 #include "shell/desktop_paths.h"
@@ -49,6 +50,8 @@ int main(int argc, char* argv[]) {
     const QString progDir = QApplication::applicationDirPath();
     marl::FormMain window(progDir, marl::recentFolder(progDir, QStringLiteral(MARL_BUILD_DIR)),
                           prompts, chooser);
+    window.setEditorFactory(marl::KindMobile,
+                            [](marl::EditorHost& host) { return new marl::FormMobile(host); });
     window.setEditorFactory(marl::KindRoom,
                             [](marl::EditorHost& host) { return new marl::FormRoom(host); });
     window.setAboutFactory([&prompts] { return new marl::FormAbout(prompts); });

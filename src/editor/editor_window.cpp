@@ -129,6 +129,7 @@ void EditorWindow::newZone(std::int32_t zone) {
     fillList();
     ClearAll();
     textVNum_->setText(QString::number(zone) + QStringLiteral("00"));
+    newFields();
     document_.Changed = false;
 }
 
@@ -230,6 +231,7 @@ void EditorWindow::startNew() {
     document_.startNew();
     ClearAll();
     textVNum_->setText(QString::number(document_.ZoneNumber));
+    newFields();
     textVNum_->setFocus();
     document_.Changed = false;
 }

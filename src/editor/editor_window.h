@@ -65,6 +65,8 @@ protected:
     virtual void clearFields() = 0;
     virtual void storeRecord() = 0;
     virtual bool checkFields() { return true; }
+    // The values a new record starts with, after its fields were emptied.
+    virtual void newFields() {}
 
     // Opens a dialog on the shown record and waits for it, disabled.
     void showDialog(QWidget* dialog);

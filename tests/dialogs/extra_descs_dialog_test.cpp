@@ -5,6 +5,7 @@
 #include "../rooms/form_room_fixture.h"
 
 #include "dialogs/extra_descs_dialog.h"
+#include "dialog_owner_double.h"
 
 using namespace marl;
 using namespace marl::test;
@@ -106,12 +107,7 @@ void ExtraDescsDialogTest::script() {
     if (count == 2)  // a slot after the pairs in use
         records[1][3] = {"hidden", "3"};
     // The editor's side: its window, and how often it heard of a change.
-    struct Owner : QWidget, DialogOwner {
-        int calls = 0;
-        QWidget* ownerWindow() override { return this; }
-        void dialogStored() override { ++calls; }
-    } owner;
-    const int& calls = owner.calls;
+    RecordingOwner owner;
     owner.show();
     owner.setEnabled(false);  // as the editor does before showing the dialog
     ScriptedPrompts prompts;
@@ -124,19 +120,16 @@ void ExtraDescsDialogTest::script() {
     dialog->show();
     // A window of its own, so that disabling the owner leaves it usable.
     QVERIFY(!dialog->parent() && dialog->testAttribute(Qt::WA_DeleteOnClose));
-    // Besides the dialog: the record's pairs in use ("keywords:desc"), its slot 127, the other record, the owner's HasChanged calls.
+    // Besides the dialog: the record's pairs in use ("keywords:desc"), its
+    // slot 127, the other record, the owner's HasChanged calls.
     const auto probe = [&](const QString& name) -> std::optional<QString> {
         QStringList pairs;
         for (std::size_t slot = 0; slot < records[1].count(); ++slot)
             pairs.append(fromBytes(records[1][slot].Keywords + ":" + records[1][slot].Desc));
-        const std::map<QString, QString> values{
-            {"pairs", pairs.join('/')}, {"slot127", pairs.value(127, ":")},
-            {"calls", QString::number(calls)}, {"other", fromBytes(records[0][0].Keywords)},
-            {"owner", owner.isEnabled() ? "on" : "off"},
-            {"open", dialog && dialog->isVisible() ? "x" : "-"},
-            {"changed", dialog && dialog->changed() ? "x" : "-"}};
-        const auto it = values.find(name);
-        return it == values.end() ? std::nullopt : std::optional<QString>(it->second);
+        return ownedDialogProbe(name, owner, dialog,
+                                {{"pairs", pairs.join('/')},
+                                 {"slot127", pairs.value(127, ":")},
+                                 {"other", fromBytes(records[0][0].Keywords)}});
     };
     MARL_PLAY(play(dialog, prompts, steps, probe));
     delete dialog.data();

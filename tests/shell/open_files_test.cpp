@@ -8,6 +8,7 @@
 #include <QMimeData>
 #include <QTemporaryDir>
 
+#include "mobiles/form_mobile.h"
 #include "rooms/form_room.h"
 #include "shell/command_line.h"
 #include "shell/desktop_paths.h"
@@ -23,6 +24,7 @@ namespace {
 // the mobile and object rows below change when theirs are registered.
 void registerEditors(FormMain& window) {
     window.setEditorFactory(KindRoom, [](EditorHost& host) { return new FormRoom(host); });
+    window.setEditorFactory(KindMobile, [](EditorHost& host) { return new FormMobile(host); });
 }
 
 QString configFolder() {
@@ -123,12 +125,12 @@ private slots:
         const QList<Row> rows = {
             {"a world file", "95.wld", {"formRoom 9500"}, none, {"95.wld"}},
             {"a world file in another folder", "sub/95.wld", {"formRoom 9500"}, none, {"95.wld"}},
-            {"a mobile file", "30.mob", none, {kNotAvailable.arg("mobile")}, none},
+            {"a mobile file", "30.mob", {"formMobile 30"}, none, none},
             {"an object file", "30.obj", none, {kNotAvailable.arg("object")}, none},
             {"one of each kind",
              "30.mob 95.wld 30.obj",
-             {"formRoom 9500"},
-             {kNotAvailable.arg("mobile"), kNotAvailable.arg("object")},
+             {"formMobile 30", "formRoom 9500"},
+             {kNotAvailable.arg("object")},
              {"95.wld"}},
             {"two world files",
              "95.wld 96.wld",
@@ -194,7 +196,9 @@ private slots:
             main->openFiles(line.files);
         }
 
-        QCOMPARE(openWindows(), opened);
+        QStringList shown = openWindows();
+        shown.sort();
+        QCOMPARE(shown, opened);
         QCOMPARE(main->isEnabled(), opened.isEmpty());
         QCOMPARE(prompts.records.size(), messages.size());
         for (int i = 0; i < messages.size(); ++i)

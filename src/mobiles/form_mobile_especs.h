@@ -1,0 +1,40 @@
+#pragma once
+// formMobileESpecs: the extended values of one mobile, its bare-hand attack
+// and seven abilities.  A mobile with any of them not 0 is saved as an "E"
+// mobile; storing every one as 0 makes it an "S" mobile again.
+
+#include <array>
+
+#include "editor/owned_dialog.h"
+#include "mobiles/mobile_vocabulary.h"
+
+class QPushButton;
+
+namespace marl {
+
+class NumericField;
+class OptionGroup;
+class Prompts;
+
+class FormMobileESpecs : public OwnedDialog {
+    Q_OBJECT
+public:
+    FormMobileESpecs(DialogOwner& owner, Prompts& prompts);
+
+    // Shows the extended values of the mobile in `slot`.
+    void SetupForm(int slot);
+    void ClearAll() override;
+
+private:
+    void onDone();
+
+    int recordIndex_ = 0;
+
+    OptionGroup* attacks_ = nullptr;
+    std::array<NumericField*, kAbilities.size()> abilities_{};
+    QPushButton* buttonDone_ = nullptr;
+    QPushButton* buttonCancel_ = nullptr;
+    QPushButton* buttonClearAll_ = nullptr;
+};
+
+} // namespace marl

@@ -1,0 +1,87 @@
+// The access keys and tab order of the mobile editor and its four dialogs:
+// Alt and a letter press the control while its caption reads as it stands,
+// and Tab walks the editor's fields in reading order.
+
+#include "form_mobile_fixture.h"
+
+#include "access_keys.h"
+
+using namespace marl;
+using namespace marl::test;
+
+class FormMobileKeysTest : public QObject {
+    Q_OBJECT
+private slots:
+    void accessKeys_data();
+    void accessKeys();
+    void tabOrder();
+};
+
+// Each window, opened on the second mobile of the small zone, with its keys.
+void FormMobileKeysTest::accessKeys_data() {
+    QTest::addColumn<QString>("opener");
+    QTest::addColumn<QStringList>("keys"); // "control caption letter"
+    const QStringList leave{"buttonDone Done D", "buttonCancel Cancel C",
+                            "buttonClearAll Clear All L"};
+    QTest::newRow("formMobile") << ""
+                                << QStringList{"buttonNew New N",
+                                               "buttonSave Save S",
+                                               "buttonEdit Edit E",
+                                               "buttonDelete Delete T",
+                                               "buttonActionBitV Action Bitvector A",
+                                               "buttonAffectBitV Affection Bitvector F",
+                                               "buttonESpecs ESpecs P",
+                                               "buttonDDesc Detailed Desc I",
+                                               "buttonClearAll Clear All L",
+                                               "buttonCancel Cancel C",
+                                               "buttonDone Done D"};
+    QTest::newRow("formMobileAction") << "buttonActionBitV:click" << leave;
+    QTest::newRow("formMobileAffect") << "buttonAffectBitV:click" << leave;
+    QTest::newRow("formMobileESpecs") << "buttonESpecs:click" << leave;
+    QTest::newRow("formMobileDesc") << "buttonDDesc:click" << leave;
+}
+
+// Alt and the letter press the control wherever the focus is in its window;
+// a letter used twice in a window would only move the focus.
+void FormMobileKeysTest::accessKeys() {
+    QFETCH(QString, opener);
+    QFETCH(QStringList, keys);
+    for (const QString& key : keys) {
+        MobileSession s(smallMobiles());
+        MARL_PLAY(
+            s.playAll({"listMobileSelect:dclick:1", opener.isEmpty() ? "?textVNum" : opener}));
+        QPointer<QWidget> window =
+            opener.isEmpty() ? s.editor.data() : topLevel(QTest::currentDataTag());
+        QVERIFY(window);
+        // Clear All asks first; its answer is not what is tested.
+        s.host.script.answer({false});
+        checkAccessKey(window, key);
+        if (QTest::currentTestFailed())
+            return;
+        for (const char* dialog :
+             {"formMobileAction", "formMobileAffect", "formMobileESpecs", "formMobileDesc"})
+            delete topLevel(dialog);
+        s.host.script.reset();
+    }
+}
+
+// Tab from the VNum walks the texts, the numbers row by row, and the dice.
+void FormMobileKeysTest::tabOrder() {
+    MobileSession s(smallMobiles());
+    s.editor->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(s.editor));
+    QWidget* vnum = find(s.editor, "textVNum");
+    vnum->setFocus();
+    QStringList walked;
+    for (int i = 0; i < 15; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        walked.append(QApplication::focusWidget()->objectName());
+    }
+    QCOMPARE(walked, QStringList({"textAlias", "textSDesc", "textLDesc", "textLevel", "textAlign",
+                                  "textGold", "textTHAC0", "textAC", "textXP", "textMHPNumD",
+                                  "textMHPSizeD", "textMHPPlus", "textBHDNumD", "textBHDSizeD",
+                                  "textBHDPlus"}));
+}
+
+QTEST_MAIN(FormMobileKeysTest)
+#include "form_mobile_keys_test.moc"
