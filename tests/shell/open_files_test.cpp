@@ -125,11 +125,11 @@ private slots:
         const QList<Row> rows = {
             {"a world file", "95.wld", {"formRoom 9500"}, none, {"95.wld"}},
             {"a world file in another folder", "sub/95.wld", {"formRoom 9500"}, none, {"95.wld"}},
-            {"a mobile file", "30.mob", {"formMobile 30"}, none, none},
+            {"a mobile file", "30.mob", {"formMobile 3000"}, none, none},
             {"an object file", "30.obj", none, {kNotAvailable.arg("object")}, none},
             {"one of each kind",
              "30.mob 95.wld 30.obj",
-             {"formMobile 30", "formRoom 9500"},
+             {"formMobile 3000", "formRoom 9500"},
              {kNotAvailable.arg("object")},
              {"95.wld"}},
             {"two world files",
