@@ -10,6 +10,7 @@
 #include <QMimeData>
 #include <QVBoxLayout>
 
+#include "kinds/zone_kinds.h"
 #include "shell/desktop_paths.h"
 #include "shell/file_chooser.h"
 #include "shell/prompts.h"
@@ -28,10 +29,21 @@ struct KindInfo {
     const char* extension; // ".wld"
 };
 
+// The three kinds with an editor come from the format library's table (its
+// names are string literals, so `data()` ends in a NUL); Shop and Zone have
+// no file reader and are named here alone.
+template <int Kind> constexpr KindInfo zoneKind(const char* fileWord) {
+    static_assert(kZoneKinds[Kind].noun == (Kind == KindMobile ? "Mobile"
+                                            : Kind == KindRoom ? "Room"
+                                                               : "Object"),
+                  "the kinds table is in menu order");
+    return {kZoneKinds[Kind].noun.data(), fileWord, kZoneKinds[Kind].extension.data()};
+}
+
 const std::array<KindInfo, kFileKinds> kKinds = {{
-    {"Mobile", "Mobile", ".mob"},
-    {"Room", "World", ".wld"},
-    {"Object", "Object", ".obj"},
+    zoneKind<KindMobile>("Mobile"),
+    zoneKind<KindRoom>("World"),
+    zoneKind<KindObject>("Object"),
     {"Shop", "Shop", ".shp"},
     {"Zone", "Zone", ".zon"},
 }};
