@@ -20,7 +20,7 @@
 
 #include "rooms/form_room.h"
 #include "rooms/room_file.h"
-#include "shell/prompts.h"
+#include "widgets/prompts.h"
 #include "world/zone_file.h"
 
 using namespace marl;

@@ -15,7 +15,7 @@
 #include <algorithm>
 
 #include "about/app_icon.h"
-#include "shell/prompts.h"
+#include "widgets/prompts.h"
 
 namespace marl {
 

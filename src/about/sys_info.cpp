@@ -11,7 +11,7 @@
 #include <QVariant>
 #endif
 
-#include "shell/prompts.h"
+#include "widgets/prompts.h"
 
 namespace marl {
 

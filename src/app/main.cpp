@@ -9,7 +9,7 @@
 #include "shell/desktop_paths.h"
 #include "shell/file_chooser.h"
 #include "shell/form_main.h"
-#include "shell/prompts.h"
+#include "widgets/prompts.h"
 
 namespace {
 

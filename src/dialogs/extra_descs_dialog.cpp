@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "shell/prompts.h"
+#include "widgets/prompts.h"
 #include "widgets/qt_text.h"
 #include "widgets/qt_widgets.h"
 

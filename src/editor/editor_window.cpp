@@ -9,7 +9,7 @@
 #include <QStyledItemDelegate>
 #include <algorithm>
 
-#include "shell/prompts.h"
+#include "widgets/prompts.h"
 #include "widgets/qt_text.h"
 #include "widgets/qt_widgets.h"
 #include "widgets/vocab_controls.h"

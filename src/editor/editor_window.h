@@ -15,7 +15,7 @@
 
 #include "editor/dialog_owner.h"
 #include "editor/zone_document.h"
-#include "shell/editor_host.h"
+#include "editor/editor_host.h"
 #include "world/form_text.h"
 #include "world/numeric_rule.h"
 

@@ -2,7 +2,7 @@
 
 #include <QCloseEvent>
 
-#include "shell/prompts.h"
+#include "widgets/prompts.h"
 
 namespace marl {
 

@@ -7,7 +7,7 @@
 #include "mobiles/form_mobile_especs.h"
 #include "mobiles/form_mobile_flags.h"
 #include "mobiles/mobile_file.h"
-#include "shell/prompts.h"
+#include "widgets/prompts.h"
 #include "widgets/qt_text.h"
 #include "widgets/vocab_controls.h"
 #include "world/dice.h"

@@ -14,7 +14,7 @@
 #include <optional>
 
 #include "rooms/room_record.h"
-#include "shell/prompts.h"
+#include "widgets/prompts.h"
 #include "world/numeric_rule.h"
 #include "widgets/qt_text.h"
 #include "widgets/qt_widgets.h"

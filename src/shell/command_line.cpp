@@ -3,7 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include "shell/prompts.h"
+#include "widgets/prompts.h"
 
 namespace marl {
 

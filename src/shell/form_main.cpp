@@ -13,7 +13,7 @@
 #include "kinds/zone_kinds.h"
 #include "shell/desktop_paths.h"
 #include "shell/file_chooser.h"
-#include "shell/prompts.h"
+#include "widgets/prompts.h"
 #include "widgets/qt_text.h"
 #include "world/zone.h"
 

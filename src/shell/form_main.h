@@ -11,7 +11,7 @@
 #include <functional>
 #include <memory>
 
-#include "shell/editor_host.h"
+#include "editor/editor_host.h"
 #include "shell/recent_files.h"
 
 class QAction;

@@ -5,7 +5,7 @@
 #include <QStringList>
 #include <QWidget>
 
-#include "shell/editor_host.h"
+#include "editor/editor_host.h"
 
 namespace marl::test {
 

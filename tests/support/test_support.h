@@ -8,9 +8,9 @@
 #include <string>
 #include <string_view>
 
-#include "shell/editor_host.h"
+#include "editor/editor_host.h"
 #include "shell/file_chooser.h"
-#include "shell/prompts.h"
+#include "widgets/prompts.h"
 
 namespace marl::test {
 
