@@ -80,7 +80,6 @@ int readMobiles(std::string_view bytes, MobileTable& table) {
 }
 
 std::string writeMobiles(MobileTable& table, int count) {
-    std::string text;
     return writeRecords(table, count, 320, [&](TextWriter& out, MobileRecord& mobile) {
         out.tildeString(mobile.Alias);
         out.tildeString(mobile.SDesc);
@@ -90,21 +89,18 @@ std::string writeMobiles(MobileTable& table, int count) {
             mobile.ActionBitV = "0";
         if (mobile.AffectBitV.empty())
             mobile.AffectBitV = "0";
-        text.assign(mobile.ActionBitV).append(1, ' ').append(mobile.AffectBitV).append(1, ' ');
-        text.append(std::to_string(mobile.Align)).append(1, ' ').append(mobile.TypeLetter);
-        out.line(text);
-        text.assign(joinNumbers(mobile.Level, mobile.THAC0, mobile.AC));
-        text.append(1, ' ').append(mobile.MHP).append(1, ' ').append(mobile.BHD);
-        out.line(text);
-        out.line(joinNumbers(mobile.Gold, mobile.XP));
-        out.line(joinNumbers(mobile.LPos, mobile.DPos, mobile.Gender));
+        out.put(mobile.ActionBitV).put(' ').put(mobile.AffectBitV).put(' ');
+        out.number(mobile.Align).put(' ').put(mobile.TypeLetter).endLine();
+        out.number(mobile.Level).put(' ').number(mobile.THAC0).put(' ').number(mobile.AC);
+        out.put(' ').put(mobile.MHP).put(' ').put(mobile.BHD).endLine();
+        out.numbers(mobile.Gold, mobile.XP);
+        out.numbers(mobile.LPos, mobile.DPos, mobile.Gender);
         bool extended = false;
         for (const ExtendedDef& def : kExtendedValues) {
             const std::int16_t value = mobile.*def.field;
             if (value == 0)
                 continue;
-            text.assign(def.keyword).append(1, ' ').append(std::to_string(value));
-            out.line(text);
+            out.put(def.keyword).put(' ').number(value).endLine();
             extended = true;
         }
         if (extended || mobile.TypeLetter == "E")

@@ -62,23 +62,20 @@ int readObjects(std::string_view bytes, ObjectTable& table) {
 }
 
 std::string writeObjects(const ObjectTable& table, int count) {
-    std::string text;
     return writeRecords(table, count, 384, [&](TextWriter& out, const ObjectRecord& object) {
         out.tildeString(object.Alias);
         out.tildeString(object.SDesc);
         out.tildeString(object.LDesc);
         out.tildeString(object.ADesc);
-        text.assign(std::to_string(object.OType)).append(1, ' ').append(object.EBitV);
-        text.append(1, ' ').append(object.WBitV);
-        out.line(text);
+        out.number(object.OType).put(' ').put(object.EBitV).put(' ').put(object.WBitV).endLine();
         const auto& v = object.Values;
-        out.line(joinNumbers(v[0], v[1], v[2], v[3]));
-        out.line(joinNumbers(object.Weight, object.Cost, object.RPD));
+        out.numbers(v[0], v[1], v[2], v[3]);
+        out.numbers(object.Weight, object.Cost, object.RPD);
         writeExtraDescs(out, object.ExtraDescs);
         for (std::size_t slot = 0; slot < object.Affects.count(); ++slot) {
             const ObjectAffect& affect = object.Affects[slot];
             out.line("A");
-            out.line(joinNumbers(affect.Location, affect.Modifier));
+            out.numbers(affect.Location, affect.Modifier);
         }
     });
 }

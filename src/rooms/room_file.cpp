@@ -59,21 +59,20 @@ int readRooms(std::string_view bytes, RoomTable& table) {
 }
 
 std::string writeRooms(const RoomTable& table, int count, std::int32_t zone) {
-    const std::string zoneText = std::to_string(zone) + ' ';
     return writeRecords(table, count, 512, [&](TextWriter& out, const RoomRecord& room) {
         out.tildeString(room.Name);
         out.tildeText(room.Desc);
-        out.line(zoneText + room.BitV + ' ' + std::to_string(room.SecType));
+        out.number(zone).put(' ').put(room.BitV).put(' ').number(room.SecType).endLine();
         // By direction number, as the server's own files list them.
         for (int direction = 0; direction < kExitSlots; ++direction) {
             const ExitRecord& exit =
                 room.Exits[static_cast<std::size_t>(exitSlotOfDirection(direction))];
             if (exit.Absent)
                 continue;
-            out.line("D" + std::to_string(direction));
+            out.put('D').number(direction).endLine();
             out.tildeText(exit.Desc);
             out.tildeString(exit.Keywords);
-            out.line(joinNumbers(exit.DoorKind, exit.KeyVNum, exit.ToVNum));
+            out.numbers(exit.DoorKind, exit.KeyVNum, exit.ToVNum);
         }
         writeExtraDescs(out, room.ExtraDescs);
         out.line("S");

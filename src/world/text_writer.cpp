@@ -1,12 +1,17 @@
 #include "world/text_writer.h"
 
+#include <cstring>
+
 namespace marl {
 
-TextWriter::TextWriter(LineEnd lineEnd) : eol_(lineEnd == LineEnd::CrLf ? "\r\n" : "\n") {}
+TextWriter::TextWriter(LineEnd lineEnd)
+    : eol_(lineEnd == LineEnd::CrLf ? "\r\n" : "\n"),
+      tildeEol_(lineEnd == LineEnd::CrLf ? "~\r\n" : "~\n") {}
 
 void TextWriter::append(std::string_view text) {
-    if (eol_ == kCrLf) {
-        out_ += text;
+    // Most texts hold no CR at all: one search for it settles them.
+    if (eol_ == kCrLf || std::memchr(text.data(), '\r', text.size()) == nullptr) {
+        out_.append(text.data(), text.size());
         return;
     }
     std::size_t start = 0;
@@ -30,15 +35,12 @@ TextWriter& TextWriter::line(std::string_view text) {
 
 TextWriter& TextWriter::header(std::int32_t vnum) {
     out_ += '#';
-    out_ += std::to_string(vnum);
-    out_ += eol_;
-    return *this;
+    return number(vnum).endLine();
 }
 
 TextWriter& TextWriter::tildeString(std::string_view value) {
     append(value);
-    out_ += '~';
-    out_ += eol_;
+    out_.append(tildeEol_.data(), tildeEol_.size());
     return *this;
 }
 
@@ -47,8 +49,7 @@ TextWriter& TextWriter::tildeText(std::string_view value) {
         append(value);
         out_ += eol_;
     }
-    out_ += '~';
-    out_ += eol_;
+    out_.append(tildeEol_.data(), tildeEol_.size());
     return *this;
 }
 

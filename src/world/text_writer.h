@@ -4,6 +4,7 @@
 // LF file each CR LF held in a text becomes LF, the exact reverse of what the
 // reader does, so a CR of the text itself is written back.
 
+#include <charconv>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -34,6 +35,35 @@ public:
     // The file's end line.
     TextWriter& end() { return line("$"); }
 
+    // Pieces of one line, written straight into the text so that a record's
+    // numbers and flags need no string of their own: text (CR LF held in it
+    // becomes the file's line end, as in line()), a number in plain decimal,
+    // and the line's end.
+    TextWriter& put(std::string_view text) {
+        append(text);
+        return *this;
+    }
+    TextWriter& put(char c) {
+        out_ += c;
+        return *this;
+    }
+    TextWriter& number(std::int64_t value) {
+        char digits[24];
+        const auto done = std::to_chars(digits, digits + sizeof digits, value);
+        out_.append(digits, done.ptr);
+        return *this;
+    }
+    TextWriter& endLine() {
+        out_ += eol_;
+        return *this;
+    }
+    // A line of numbers joined by single spaces.
+    template <typename First, typename... Rest> TextWriter& numbers(First first, Rest... rest) {
+        number(first);
+        ((out_ += ' ', number(rest)), ...);
+        return endLine();
+    }
+
     std::string& text() { return out_; }
     std::string take() { return std::move(out_); }
     void reserve(std::size_t bytes) { out_.reserve(bytes); }
@@ -43,14 +73,9 @@ private:
 
     std::string out_;
     std::string_view eol_;
+    std::string_view tildeEol_; // `~` and the line end
+
 };
 
-// Numbers joined by single spaces, as every numbers line is written.
-template <typename... Values> std::string joinNumbers(Values... values) {
-    std::string out;
-    ((out += std::to_string(values), out += ' '), ...);
-    out.pop_back();
-    return out;
-}
 
 } // namespace marl
