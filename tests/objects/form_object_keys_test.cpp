@@ -1,8 +1,12 @@
-// The access keys and tab order of the object editor and the two dialogs it
-// sets up itself: Alt and a letter press the control while its caption reads
-// as it stands, and Tab walks the editor in reading order.
+// The object editor as a builder meets it: the window fits a 1024 x 768
+// screen with every stock zone open and its list shows whole names; Alt and
+// a letter press the control while its caption reads as it stands, in the
+// editor and the two dialogs it sets up itself; Tab walks the editor in
+// reading order.
 
 #include "form_object_fixture.h"
+
+#include <QScrollBar>
 
 #include "access_keys.h"
 
@@ -12,11 +16,42 @@ using namespace marl::test;
 class FormObjectKeysTest : public QObject {
     Q_OBJECT
 private slots:
+    void fitsTheScreen_data();
+    void fitsTheScreen();
     void accessKeys_data();
     void accessKeys();
     void tabOrder_data();
     void tabOrder();
 };
+
+void FormObjectKeysTest::fitsTheScreen_data() {
+    QTest::addColumn<QString>("path"); // empty: the small zone
+    QTest::newRow("small zone") << QString();
+    for (const QString& path : corpusFiles(".obj"))
+        QTest::newRow(qPrintable(QFileInfo(path).fileName())) << path;
+}
+
+void FormObjectKeysTest::fitsTheScreen() {
+    QFETCH(QString, path);
+    ObjectSession s(path.isEmpty() ? smallObjects() : readBytes(path),
+                    path.isEmpty() ? 95 : QFileInfo(path).baseName().toInt());
+    QVERIFY(s.opened);
+    const QSize least = s.editor->minimumSizeHint();
+    QVERIFY2(least.width() <= 1000 && least.height() <= 720,
+             qPrintable(QString("%1 x %2").arg(least.width()).arg(least.height())));
+    // At its smallest the list needs no sideways scrolling...
+    s.editor->resize(least);
+    QCoreApplication::processEvents();
+    auto* list = find<QListWidget>(s.editor, "listObjectSelect");
+    QCOMPARE(list->horizontalScrollBar()->maximum(), 0);
+    // ...and the list and the text fields take what the window gains.
+    const QSize listSize = list->size();
+    const int aliasWidth = find(s.editor, "textAlias")->width();
+    s.editor->resize(least + QSize(600, 200));
+    QCoreApplication::processEvents();
+    QVERIFY(list->width() > listSize.width() && list->height() > listSize.height());
+    QVERIFY(find(s.editor, "textAlias")->width() > aliasWidth);
+}
 
 void FormObjectKeysTest::accessKeys_data() {
     QTest::addColumn<QString>("opener");
