@@ -124,37 +124,17 @@ void FormObject::storeRecord() {
     object.WBitV = wears_->flagText();
 }
 
-// Refuses an empty field (but the long description) and a number that does
-// not read as one: Save can be enabled by a flag or a type after Clear All,
-// and an object without an alias stops the server's boot.
+// The long description may be empty; an object without an alias stops the
+// server's boot.
 bool FormObject::checkFields() {
-    for (std::size_t row = 0; row < kObjectFields.size(); ++row) {
-        const FieldDef& def = kObjectFields[row];
-        QLineEdit* edit = fields_[row];
-        QString problem;
-        if (edit->text().isEmpty() && !def.mayBeEmpty)
-            problem = QStringLiteral("%1 Must Not Be Empty.");
-        else if (def.kind == FieldKind::Number && !edit->text().isEmpty() && !fieldNumber(edit))
-            problem = QStringLiteral("%1 Must Be a Number.");
-        if (problem.isEmpty())
-            continue;
-        host().prompts().tell(twoLines(problem.arg(QString::fromLatin1(def.caption)),
-                                       QStringLiteral("Correct it, then Save.")),
-                              QString::fromLatin1(kObjectEditor.notSavedTitle));
-        edit->setFocus();
-        return false;
-    }
-    return true;
+    return checkFieldTable(kObjectFields, fields_);
 }
 
 // ---- Change handlers -------------------------------------------------------
 
 void FormObject::onFieldChanged() {
     HasChanged();
-    bool allFilled = true;
-    for (std::size_t row = 0; row < kObjectFields.size(); ++row)
-        allFilled = allFilled && (kObjectFields[row].mayBeEmpty || !fields_[row]->text().isEmpty());
-    buttonSave_->setEnabled(allFilled);
+    buttonSave_->setEnabled(fieldsFilled(kObjectFields, fields_));
 }
 
 void FormObject::onTypePicked() {

@@ -85,8 +85,8 @@ inline QString objectsOf(const ObjectTable& table, int count) {
 }
 
 // The object editor on a zone's file (NewObject without one), with the
-// probes of any editor and "table", "file" (objectsOf them), "dialog" (the
-// dialog open, or -) and "slotN" (the object of slot N).
+// probes of any editor and "table", "file" (objectsOf them), "slotN" (the
+// object of slot N) and "type" (CurrentType).
 struct ObjectSession : KindSession<FormObject> {
     explicit ObjectSession(const std::string& file, int zone = 95, const QString& folder = {})
         : KindSession<FormObject>(file, zone, ".obj", folder) {
@@ -101,39 +101,12 @@ struct ObjectSession : KindSession<FormObject> {
                 return objectsOf(objectTable(), name.mid(4).toInt() + 1).section("; ", -1);
             if (name == "type")
                 return QString::number(editor->CurrentType());
-            if (name == "dialog") {
-                for (QWidget* widget : QApplication::topLevelWidgets())
-                    if (widget != editor && widget->isVisible() &&
-                        widget->objectName().startsWith("formObject"))
-                        return widget->objectName();
-                return QString("-");
-            }
             return std::nullopt;
         };
     }
     ~ObjectSession() {
         delete editor.data();
         ClearObjectTable();
-    }
-
-    // Plays a script in which ">formName" moves on into the dialog of that
-    // name (a window of its own) and ">" back to the editor; once the dialog
-    // has closed, the steps go to the editor again.
-    bool playAll(const QStringList& steps) {
-        QPointer<QWidget> window = editor.data();
-        for (const QString& step : steps) {
-            if (step.startsWith('>')) {
-                window = step.size() > 1 ? topLevel(step.mid(1)) : editor.data();
-                if (!QTest::qVerify(window != nullptr, qPrintable(step), "no such window", __FILE__,
-                                    __LINE__))
-                    return false;
-                continue;
-            }
-            if (!test::play(window ? window.data() : editor.data(), host.script, {step},
-                            [this](const QString& name) { return probe(name); }))
-                return false;
-        }
-        return true;
     }
 };
 
