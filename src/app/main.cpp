@@ -4,6 +4,7 @@
 #include "about/app_icon.h"
 #include "about/form_about.h"
 #include "mobiles/form_mobile.h"
+#include "objects/form_object.h"
 #include "rooms/form_room.h"
 #include "shell/command_line.h"
 #include "shell/desktop_paths.h"
@@ -52,6 +53,8 @@ int main(int argc, char* argv[]) {
                           prompts, chooser);
     window.setEditorFactory(marl::KindMobile,
                             [](marl::EditorHost& host) { return new marl::FormMobile(host); });
+    window.setEditorFactory(marl::KindObject,
+                            [](marl::EditorHost& host) { return new marl::FormObject(host); });
     window.setEditorFactory(marl::KindRoom,
                             [](marl::EditorHost& host) { return new marl::FormRoom(host); });
     window.setAboutFactory([&prompts] { return new marl::FormAbout(prompts); });

@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QFile>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollBar>
@@ -205,6 +206,38 @@ void EditorWindow::ClearAll() {
     buttonDelete_->setEnabled(false);
     clearFields();
     textVNum_->clear();
+}
+
+bool EditorWindow::fieldsFilled(std::span<const FieldDef> defs,
+                                std::span<QLineEdit* const> edits) {
+    for (std::size_t row = 0; row < defs.size(); ++row)
+        if (!defs[row].mayBeEmpty && edits[row]->text().isEmpty())
+            return false;
+    return true;
+}
+
+// Save can be enabled by an option, a flag or a dialog after Clear All:
+// storing an empty field or a number that does not read would put something
+// in the file the builder did not type.
+bool EditorWindow::checkFieldTable(std::span<const FieldDef> defs,
+                                   std::span<QLineEdit* const> edits) {
+    for (std::size_t row = 0; row < defs.size(); ++row) {
+        const FieldDef& def = defs[row];
+        QLineEdit* edit = edits[row];
+        QString problem;
+        if (edit->text().isEmpty() && !def.mayBeEmpty)
+            problem = QStringLiteral("%1 Must Not Be Empty.");
+        else if (def.kind == FieldKind::Number && !edit->text().isEmpty() && !fieldNumber(edit))
+            problem = QStringLiteral("%1 Must Be a Number.");
+        if (problem.isEmpty())
+            continue;
+        host_.prompts().tell(
+            twoLines(problem.arg(words(def.caption)), QStringLiteral("Correct it, then Save.")),
+            words(text_.notSavedTitle));
+        edit->setFocus();
+        return false;
+    }
+    return true;
 }
 
 // ---- Commands --------------------------------------------------------------

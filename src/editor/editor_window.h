@@ -12,6 +12,7 @@
 #include <QWidget>
 #include <cstdint>
 #include <memory>
+#include <span>
 
 #include "editor/dialog_owner.h"
 #include "editor/zone_document.h"
@@ -19,6 +20,7 @@
 #include "world/form_text.h"
 #include "world/numeric_rule.h"
 
+class QLineEdit;
 class QListWidget;
 class QPushButton;
 
@@ -68,6 +70,12 @@ protected:
     // The values a new record starts with, after its fields were emptied.
     virtual void newFields() {}
 
+    // For a kind whose fields come from a table (`edits` in the table's
+    // order): whether every field that must hold text does, and the
+    // refusal of the first field that is empty without leave or holds a
+    // number that does not read as one, told to the builder by its caption.
+    static bool fieldsFilled(std::span<const FieldDef> defs, std::span<QLineEdit* const> edits);
+    bool checkFieldTable(std::span<const FieldDef> defs, std::span<QLineEdit* const> edits);
     // Opens a dialog on the shown record and waits for it, disabled.
     void showDialog(QWidget* dialog);
     // The file name in messages ("30.wld").

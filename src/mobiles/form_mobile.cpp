@@ -144,37 +144,15 @@ void FormMobile::storeRecord() {
     mobile.Gender = static_cast<std::int16_t>(genders_->number());
 }
 
-// Refuses an empty field and a number field whose text is not a number
-// (Save can be enabled by an option or a dialog after Clear All): storing
-// either would put something in the file the builder did not type.
 bool FormMobile::checkFields() {
-    for (std::size_t row = 0; row < kMobileFields.size(); ++row) {
-        const FieldDef& def = kMobileFields[row];
-        QLineEdit* edit = fields_[row];
-        QString problem;
-        if (edit->text().isEmpty() && !def.mayBeEmpty)
-            problem = QStringLiteral("%1 Must Not Be Empty.");
-        else if (def.kind == FieldKind::Number && !edit->text().isEmpty() && !fieldNumber(edit))
-            problem = QStringLiteral("%1 Must Be a Number.");
-        if (problem.isEmpty())
-            continue;
-        host().prompts().tell(twoLines(problem.arg(QString::fromLatin1(def.caption)),
-                                       QStringLiteral("Correct it, then Save.")),
-                              QString::fromLatin1(kMobileEditor.notSavedTitle));
-        edit->setFocus();
-        return false;
-    }
-    return true;
+    return checkFieldTable(kMobileFields, fields_);
 }
 
 // ---- Change handlers -------------------------------------------------------
 
 void FormMobile::onFieldChanged() {
     HasChanged();
-    bool allFilled = true;
-    for (const QLineEdit* edit : fields_)
-        allFilled = allFilled && !edit->text().isEmpty();
-    buttonSave_->setEnabled(allFilled);
+    buttonSave_->setEnabled(fieldsFilled(kMobileFields, fields_));
 }
 
 // ---- Dialogs ---------------------------------------------------------------

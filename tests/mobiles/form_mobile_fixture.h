@@ -91,8 +91,8 @@ inline QString mobilesOf(const MobileTable& table, int count) {
 }
 
 // The mobile editor on a zone's file (NewMobile without one), with the
-// probes of any editor and "table", "file" (mobilesOf them), "dialog" (the
-// dialog open, or -) and "slotN" (the mobile of slot N).
+// probes of any editor and "table", "file" (mobilesOf them) and "slotN" (the
+// mobile of slot N).
 struct MobileSession : KindSession<FormMobile> {
     explicit MobileSession(const std::string& file, int zone = 95, const QString& folder = {})
         : KindSession<FormMobile>(file, zone, ".mob", folder) {
@@ -105,39 +105,12 @@ struct MobileSession : KindSession<FormMobile> {
             }
             if (name.startsWith("slot"))
                 return mobilesOf(mobileTable(), name.mid(4).toInt() + 1).section("; ", -1);
-            if (name == "dialog") {
-                for (QWidget* widget : QApplication::topLevelWidgets())
-                    if (widget != editor && widget->isVisible() &&
-                        widget->objectName().startsWith("formMobile"))
-                        return widget->objectName();
-                return QString("-");
-            }
             return std::nullopt;
         };
     }
     ~MobileSession() {
         delete editor.data();
         ClearMobileTable();
-    }
-
-    // Plays a script in which ">formName" moves on into the dialog of that
-    // name (a window of its own) and ">" back to the editor; once the dialog
-    // has closed, the steps go to the editor again.
-    bool playAll(const QStringList& steps) {
-        QPointer<QWidget> window = editor.data();
-        for (const QString& step : steps) {
-            if (step.startsWith('>')) {
-                window = step.size() > 1 ? topLevel(step.mid(1)) : editor.data();
-                if (!QTest::qVerify(window != nullptr, qPrintable(step), "no such window", __FILE__,
-                                    __LINE__))
-                    return false;
-                continue;
-            }
-            if (!test::play(window ? window.data() : editor.data(), host.script, {step},
-                            [this](const QString& name) { return probe(name); }))
-                return false;
-        }
-        return true;
     }
 };
 

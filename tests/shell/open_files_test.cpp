@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 
 #include "mobiles/form_mobile.h"
+#include "objects/form_object.h"
 #include "rooms/form_room.h"
 #include "shell/command_line.h"
 #include "shell/desktop_paths.h"
@@ -21,10 +22,11 @@ using namespace marl::test;
 namespace {
 
 // The kinds whose editor the program registers (as src/app/main.cpp does);
-// the mobile and object rows below change when theirs are registered.
+// every kind has one.
 void registerEditors(FormMain& window) {
     window.setEditorFactory(KindRoom, [](EditorHost& host) { return new FormRoom(host); });
     window.setEditorFactory(KindMobile, [](EditorHost& host) { return new FormMobile(host); });
+    window.setEditorFactory(KindObject, [](EditorHost& host) { return new FormObject(host); });
 }
 
 QString configFolder() {
@@ -35,7 +37,6 @@ QString documentsFolder() {
     return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
 }
 
-const QString kNotAvailable = "The %1 editor is not available in this version.";
 const QString kOneAtATime = "%1 is not opened: the room editor opens one file at a time.";
 const QString kNotZoneFile = "%1 is not opened: Marl opens world files (*.wld), mobile files "
                              "(*.mob) and object files (*.obj).";
@@ -126,11 +127,11 @@ private slots:
             {"a world file", "95.wld", {"formRoom 9500"}, none, {"95.wld"}},
             {"a world file in another folder", "sub/95.wld", {"formRoom 9500"}, none, {"95.wld"}},
             {"a mobile file", "30.mob", {"formMobile 3000"}, none, none},
-            {"an object file", "30.obj", none, {kNotAvailable.arg("object")}, none},
+            {"an object file", "30.obj", {"formObject 3000"}, none, none},
             {"one of each kind",
              "30.mob 95.wld 30.obj",
-             {"formMobile 3000", "formRoom 9500"},
-             {kNotAvailable.arg("object")},
+             {"formMobile 3000", "formObject 3000", "formRoom 9500"},
+             none,
              {"95.wld"}},
             {"two world files",
              "95.wld 96.wld",

@@ -81,8 +81,9 @@ bool play(QWidget* window, ScriptedPrompts& script, const QStringList& steps,
 // An editor of any kind on a zone's file (its New without one), as the main
 // window shows it, and what its scripts read besides the window: "changed",
 // "index" (CurrentIndex), "count" (RecordCount), "closed" (reports to the
-// main window) and "bytes" (the file, CR LF shown as `|` and LF as `/`).  A
-// kind adds its own probes through `more`.
+// main window), "bytes" (the file, CR LF shown as `|` and LF as `/`) and
+// "dialog" (the editor's dialog open, by name, or -).  A kind adds its own
+// probes through `more`.
 template <typename Form> struct KindSession {
     TestHost host;
     QPointer<Form> editor = new Form(host);
@@ -116,13 +117,46 @@ template <typename Form> struct KindSession {
             {"index", [&] { return QString::number(editor->currentIndex()); }},
             {"count", [&] { return QString::number(editor->recordCount()); }},
             {"closed", [&] { return QString::number(host.closed); }},
-            {"bytes", [&] { return fromBytes(bytes()).replace("\r\n", "|").replace('\n', '/'); }}};
+            {"bytes", [&] { return fromBytes(bytes()).replace("\r\n", "|").replace('\n', '/'); }},
+            {"dialog", [&] { return openDialog(); }}};
         const auto it = values.find(name);
         return it == values.end() ? std::nullopt : std::optional<QString>(it->second());
     }
     bool play(const QStringList& steps) {
         return test::play(editor, host.script, steps,
                           [this](const QString& name) { return probe(name); });
+    }
+
+    // The visible window beside the editor whose name begins with the
+    // editor's ("formMobileDesc" beside "formMobile"), or "-".
+    QString openDialog() const {
+        if (!editor)
+            return QStringLiteral("-");
+        for (QWidget* widget : QApplication::topLevelWidgets())
+            if (widget != editor && widget->isVisible() &&
+                widget->objectName().startsWith(editor->objectName()))
+                return widget->objectName();
+        return QStringLiteral("-");
+    }
+
+    // Plays a script in which ">formName" moves on into the dialog of that
+    // name (a window of its own) and ">" back to the editor; once the dialog
+    // has closed, the steps go to the editor again.
+    bool playAll(const QStringList& steps) {
+        QPointer<QWidget> window = editor.data();
+        for (const QString& step : steps) {
+            if (step.startsWith('>')) {
+                window = step.size() > 1 ? topLevel(step.mid(1)) : editor.data();
+                if (!QTest::qVerify(window != nullptr, qPrintable(step), "no such window", __FILE__,
+                                    __LINE__))
+                    return false;
+                continue;
+            }
+            if (!test::play(window ? window.data() : editor.data(), host.script, {step},
+                            [this](const QString& name) { return probe(name); }))
+                return false;
+        }
+        return true;
     }
 };
 

@@ -1,0 +1,172 @@
+// The object editor's controls: the object list on the left; on the right
+// the object's texts, its three numbers, its type, the effect and wear flags
+// side by side, the dialogs' buttons below them and the commands along the
+// bottom.  The list and the text fields take what the window gains when it
+// grows.
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "objects/form_object.h"
+#include "widgets/qt_text.h"
+#include "widgets/qt_widgets.h"
+#include "widgets/vocab_controls.h"
+
+namespace marl {
+
+using namespace ui;
+
+namespace {
+
+// The type options, from the one table of object types.
+using TypeChoices = std::array<ChoiceDef, kObjectTypes.size()>;
+TypeChoices typeChoices() {
+    TypeChoices table{};
+    for (std::size_t i = 0; i < kObjectTypes.size(); ++i)
+        table[i] = {kObjectTypes[i].number, kObjectTypes[i].control, kObjectTypes[i].caption};
+    return table;
+}
+const TypeChoices kTypeChoices = typeChoices();
+
+// The three numbers hold up to ten digits.
+constexpr int kNumberColumns = 12;
+
+// A frame holding a flag grid and, below it on the right, its Clear Bits.
+QGroupBox* flagFrame(QWidget* parent, const char* name, const char* caption, FlagGrid* grid,
+                     QPushButton* clear) {
+    QGroupBox* box = frame(parent, name, QString::fromLatin1(caption));
+    grid->setParent(box);
+    clear->setParent(box);
+    auto* layout = new QVBoxLayout(box);
+    layout->addWidget(grid);
+    layout->addStretch();
+    auto* row = new QHBoxLayout;
+    row->addStretch();
+    row->addWidget(clear);
+    layout->addLayout(row);
+    return box;
+}
+
+} // namespace
+
+void FormObject::buildLayout() {
+    // Every field in a frame of its own, made from the field table.
+    std::array<QGroupBox*, kObjectFields.size()> frames{};
+    for (std::size_t row = 0; row < kObjectFields.size(); ++row) {
+        const FieldDef& def = kObjectFields[row];
+        QLineEdit* edit = nullptr;
+        if (row == 0) {
+            edit = textVNum_;
+        } else if (def.kind == FieldKind::Number) {
+            edit = named(new NumericField(def.rule, this), def.control);
+        } else {
+            edit = named(new QLineEdit(this), def.control);
+            edit->setFont(fixedFont());
+            guardTildeText(edit);
+            edit->setMinimumWidth(widthForColumns(edit, 40));
+        }
+        if (def.kind == FieldKind::Number)
+            edit->setFixedWidth(
+                widthForColumns(edit, def.rule.maxLength > 0 ? def.rule.maxLength + 2
+                                                             : kNumberColumns));
+        fields_[row] = edit;
+        frames[row] = frame(this, def.frame, QString::fromLatin1(def.caption));
+        edit->setParent(frames[row]);
+        auto* frameLayout = new QHBoxLayout(frames[row]);
+        frameLayout->addWidget(edit);
+        if (def.kind == FieldKind::Number)
+            frameLayout->addStretch();
+    }
+    const auto frameOf = [&](const char* control) {
+        return frames[static_cast<std::size_t>(findField(kObjectFields, control) -
+                                               kObjectFields.data())];
+    };
+
+    // Left: VNum and the object list.
+    auto* selectFrame = frame(this, kObjectListFrame, QString::fromLatin1(kObjectListFrameCaption));
+    listSelect_->setParent(selectFrame);
+    auto* selectLayout = new QVBoxLayout(selectFrame);
+    selectLayout->addWidget(listSelect_);
+    auto* left = new QVBoxLayout;
+    left->addWidget(frameOf("textVNum"));
+    left->addWidget(selectFrame, 1);
+
+    // Right: the texts; the numbers; the type; the two flag sets.
+    auto* numbers = new QHBoxLayout;
+    for (const char* control : {"textWeight", "textCost", "textRPD"})
+        numbers->addWidget(frameOf(control));
+    numbers->addStretch();
+
+    auto* typeFrame = frame(this, kObjectTypeFrameControl, QString::fromLatin1(kObjectTypeFrame));
+    types_ = new OptionGroup(kTypeChoices, 5, typeFrame);
+    auto* typeLayout = new QVBoxLayout(typeFrame);
+    typeLayout->addWidget(types_);
+
+    effects_ = new FlagGrid(kEffectFlags, 3, this);
+    wears_ = new FlagGrid(kWearFlags, 3, this);
+    buttonClearEBits_ = button(this, "buttonClearEBits", "Clear Bits", 'b');
+    buttonClearWBits_ = button(this, "buttonClearWBits", "Clear Bits", 'i');
+    auto* flags = new QHBoxLayout;
+    flags->addWidget(
+        flagFrame(this, kEffectFrameControl, kEffectFrame, effects_, buttonClearEBits_), 3);
+    flags->addWidget(flagFrame(this, kWearFrameControl, kWearFrame, wears_, buttonClearWBits_),
+                     2);
+
+    buttonValues_ = button(this, "buttonValues", "Object Values", 'v');
+    buttonObjectAffects_ = button(this, "buttonObjectAffects", "Object Affects", 'f');
+    buttonEDescs_ = button(this, "buttonEDescs", "Extra Descriptions", 'x');
+    buttonADesc_ = button(this, "buttonADesc", "Action Description", 'a');
+    auto* dialogs = new QHBoxLayout;
+    for (QPushButton* push : {buttonValues_, buttonObjectAffects_, buttonEDescs_, buttonADesc_})
+        dialogs->addWidget(push);
+    dialogs->addStretch();
+
+    auto* right = new QVBoxLayout;
+    for (const char* control : {"textAlias", "textSDesc", "textLDesc"})
+        right->addWidget(frameOf(control));
+    right->addLayout(numbers);
+    right->addWidget(typeFrame);
+    right->addLayout(flags);
+    right->addLayout(dialogs);
+    right->addStretch();
+
+    auto* body = new QHBoxLayout;
+    body->addLayout(left, 1);
+    body->addLayout(right, 2);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(body, 1);
+    layout->addLayout(
+        commandRow({buttonNew_, buttonSave_, buttonEdit_, buttonDelete_, buttonClearAll_},
+                   {buttonCancel_, buttonDone_}));
+    setTabOrderChain();
+}
+
+// Tab follows the reading order: the object's fields from the top, the
+// type (one stop, at its selected option), the effect flags and their Clear
+// Bits, the wear flags and theirs, the dialogs, the commands, the list last.
+void FormObject::setTabOrderChain() {
+    QList<QWidget*> chain;
+    for (QLineEdit* edit : fields_)
+        chain.append(edit);
+    for (QRadioButton* option : types_->options())
+        chain.append(option);
+    for (QCheckBox* box : effects_->boxes())
+        chain.append(box);
+    chain.append(buttonClearEBits_);
+    for (QCheckBox* box : wears_->boxes())
+        chain.append(box);
+    chain << buttonClearWBits_ << buttonValues_ << buttonObjectAffects_ << buttonEDescs_
+          << buttonADesc_ << buttonNew_ << buttonSave_ << buttonEdit_ << buttonDelete_
+          << buttonClearAll_ << buttonCancel_ << buttonDone_ << listSelect_;
+    tabChain(chain);
+}
+
+} // namespace marl
