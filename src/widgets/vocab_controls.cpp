@@ -77,16 +77,18 @@ void FlagGrid::uncheckAll() {
         box->setChecked(false);
 }
 
-OptionGroup::OptionGroup(std::span<const ChoiceDef> table, int columns, QWidget* parent)
-    : QWidget(parent), group_(new QButtonGroup(this)) {
-    auto* layout = new QGridLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    const int rows = rowsFor(table.size(), columns);
+OptionGroup::OptionGroup(std::span<const ChoiceDef> table, int columns, QWidget* parent,
+                         int cellsPerOption, int headerRows)
+    : QWidget(parent), group_(new QButtonGroup(this)), grid_(new QGridLayout(this)),
+      rows_(rowsFor(table.size(), columns)), cellsPerOption_(cellsPerOption),
+      headerRows_(headerRows) {
+    grid_->setContentsMargins(0, 0, 0, 0);
     for (std::size_t i = 0; i < table.size(); ++i) {
         auto* option = new QRadioButton(QString::fromLatin1(table[i].caption), this);
         option->setObjectName(QString::fromLatin1(table[i].control));
         group_->addButton(option, table[i].number);
-        layout->addWidget(option, static_cast<int>(i) % rows, static_cast<int>(i) / rows);
+        const auto [row, column] = cellOf(static_cast<int>(i));
+        grid_->addWidget(option, row, column);
         options_.append(option);
     }
     if (!table.empty()) {
@@ -100,6 +102,10 @@ OptionGroup::OptionGroup(std::span<const ChoiceDef> table, int columns, QWidget*
         number_ = id;
         emit picked(id);
     });
+}
+
+std::pair<int, int> OptionGroup::cellOf(int index) const {
+    return {headerRows_ + index % rows_, index / rows_ * cellsPerOption_};
 }
 
 void OptionGroup::setNumber(int number) {
