@@ -86,7 +86,8 @@ OptionGroup::OptionGroup(std::span<const ChoiceDef> table, int columns, QWidget*
     for (std::size_t i = 0; i < table.size(); ++i) {
         auto* option = new QRadioButton(QString::fromLatin1(table[i].caption), this);
         option->setObjectName(QString::fromLatin1(table[i].control));
-        group_->addButton(option, table[i].number);
+        group_->addButton(option);
+        numbers_.append(table[i].number);
         const auto [row, column] = cellOf(static_cast<int>(i));
         grid_->addWidget(option, row, column);
         options_.append(option);
@@ -96,11 +97,14 @@ OptionGroup::OptionGroup(std::span<const ChoiceDef> table, int columns, QWidget*
         number_ = table.front().number;
     }
     ui::tabToSelected({options_.begin(), options_.end()});
-    connect(group_, &QButtonGroup::idToggled, this, [this](int id, bool checked) {
-        if (!checked)
+    // The numbers are kept beside the options, not as the group's ids: the
+    // group takes an id of -1 ("No Spell") for "give it an id of your own".
+    connect(group_, &QButtonGroup::buttonToggled, this, [this](QAbstractButton* option, bool on) {
+        const qsizetype index = options_.indexOf(option);
+        if (!on || index < 0)
             return;
-        number_ = id;
-        emit picked(id);
+        number_ = numbers_[index];
+        emit picked(number_);
     });
 }
 
@@ -109,8 +113,8 @@ std::pair<int, int> OptionGroup::cellOf(int index) const {
 }
 
 void OptionGroup::setNumber(int number) {
-    if (QAbstractButton* option = group_->button(number)) {
-        option->setChecked(true);
+    if (const qsizetype index = numbers_.indexOf(number); index >= 0) {
+        options_[index]->setChecked(true);
         number_ = number;
         return;
     }

@@ -74,6 +74,7 @@ private:
     QButtonGroup* group_;
     QGridLayout* grid_;
     QList<QRadioButton*> options_;
+    QList<int> numbers_; // of the options, in their order
     int rows_ = 1;
     int cellsPerOption_ = 1;
     int headerRows_ = 0;
