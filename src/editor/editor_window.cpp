@@ -105,10 +105,8 @@ EditorWindow::EditorWindow(EditorHost& host, std::unique_ptr<ZoneDocument> docum
             &EditorWindow::onCancel);
 }
 
-EditorWindow::~EditorWindow() {
-    // A dialog still open (the main window is being torn down) goes with us.
-    delete dialog_.data();
-}
+// A dialog still open (the main window is being torn down) goes with us.
+EditorWindow::~EditorWindow() = default;
 
 QString EditorWindow::vnumText() const {
     return textVNum_->text();
@@ -407,11 +405,9 @@ void EditorWindow::leave() {
 }
 
 void EditorWindow::closeEvent(QCloseEvent* event) {
-    if (dialog_ && dialog_->isVisible()) {
+    if (dialogs_.holdsClose()) {
         // The window waits for its dialog; that one has to close first.
         event->ignore();
-        dialog_->raise();
-        dialog_->activateWindow();
         return;
     }
     // The frame's close button acts as Cancel.
@@ -426,11 +422,7 @@ void EditorWindow::closeEvent(QCloseEvent* event) {
 }
 
 void EditorWindow::showDialog(QWidget* dialog) {
-    dialog_ = dialog;
-    setEnabled(false);
-    dialog->show();
-    dialog->raise();
-    dialog->activateWindow();
+    dialogs_.show(dialog);
 }
 
 } // namespace marl

@@ -15,6 +15,7 @@
 #include <span>
 
 #include "editor/dialog_owner.h"
+#include "editor/dialog_waiter.h"
 #include "editor/zone_document.h"
 #include "editor/editor_host.h"
 #include "world/form_text.h"
@@ -126,7 +127,7 @@ private:
     int listMinimumWidth_ = 0;
     bool fillingList_ = false;
     bool leaving_ = false;
-    QPointer<QWidget> dialog_;
+    DialogWaiter dialogs_{*this};
 };
 
 } // namespace marl

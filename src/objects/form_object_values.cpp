@@ -1,17 +1,167 @@
 #include "objects/form_object_values.h"
 
-#include "objects/object_values.h"
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QGroupBox>
+#include <QPushButton>
+
+#include "objects/form_object_container_state.h"
+#include "objects/form_object_pick_list.h"
+#include "widgets/prompts.h"
+#include "widgets/vocab_controls.h"
 
 namespace marl {
 
-// Placeholder until the values dialog lands: only its names and title.
-FormObjectValues::FormObjectValues(DialogOwner& owner, Prompts& prompts)
-    : OwnedDialog(owner, prompts, DialogQuestions::of(kObjectValuesDialog)) {
-    setObjectName(QString::fromLatin1(kObjectValuesDialog.form));
-    setWindowTitle(QString::fromLatin1(kObjectValuesDialog.title));
+namespace {
+
+ObjectRecord& objectIn(int slot) {
+    return objectTable()[static_cast<std::size_t>(slot)];
 }
 
-void FormObjectValues::SetupForm(int, int) {}
-void FormObjectValues::ClearAll() {}
+} // namespace
+
+// Values are shown as they stand: a number out of a field's range (a stock
+// scroll casts spell 201) stays as it is unless the builder edits it.
+void FormObjectValues::SetupForm(int slot, int type) {
+    slot_ = slot;
+    type_ = type;
+    ParseValues(type);
+    changed_ = false;
+}
+
+void FormObjectValues::ParseValues(int type) {
+    group_ = findValueGroup(type);
+    shown_ = nullptr;
+    if (!group_)
+        return;
+    shown_ = &groups_[static_cast<std::size_t>(group_ - kValueGroups.data())];
+    shown_->frame->setEnabled(true);
+    const ObjectRecord& object = objectIn(slot_);
+    QWidget* focus = nullptr;
+    for (std::size_t v = 0; v < group_->values.size(); ++v) {
+        if (NumericField* field = shown_->fields[v]) {
+            field->setText(QString::number(object.Values[v]));
+            focus = focus ? focus : field;
+        }
+        if (QCheckBox* box = shown_->boxes[v])
+            box->setChecked(object.Values[v] != 0);
+    }
+    if (focus)
+        focus->setFocus();
+}
+
+// A light made eternal remembers the duration it had, which unchecking the
+// box brings back.
+void FormObjectValues::onEternal(bool checked) {
+    changed_ = true;
+    NumericField* duration = textLightDuration_;
+    if (checked) {
+        savedDuration_ = fieldNumber(duration);
+        duration->setText(QString::number(kEternalDuration));
+        duration->setEnabled(false);
+    } else {
+        duration->setText(savedDuration_ ? QString::number(*savedDuration_) : QString());
+        duration->setEnabled(true);
+        duration->setFocus();
+    }
+}
+
+void FormObjectValues::ClearAll() {
+    if (!shown_)
+        return;
+    if (checkEternal_->isChecked() && checkEternal_->parentWidget() == shown_->frame)
+        checkEternal_->setChecked(false);
+    for (std::size_t v = 0; v < kObjectValues; ++v) {
+        if (shown_->fields[v])
+            shown_->fields[v]->clear();
+        if (shown_->boxes[v])
+            shown_->boxes[v]->setChecked(false);
+    }
+}
+
+bool FormObjectValues::checkValues() {
+    for (std::size_t v = 0; v < kObjectValues; ++v) {
+        NumericField* field = shown_->fields[v];
+        if (!field)
+            continue;
+        QString problem;
+        if (field->text().isEmpty())
+            problem = QStringLiteral("%1 Must Not Be Empty.");
+        else if (!fieldNumber(field))
+            problem = QStringLiteral("%1 Must Be a Number.");
+        if (problem.isEmpty())
+            continue;
+        prompts_.tell(twoLines(problem.arg(QString::fromLatin1(group_->values[v].caption)),
+                               QStringLiteral("Correct it, then Done.")),
+                      notSavedTitle());
+        if (field->isEnabled())
+            field->setFocus();
+        return false;
+    }
+    return true;
+}
+
+// The group's values as its table says: a field's number, a poisoned box as
+// -1 or 0, and 0 for a value the group has no field for.
+void FormObjectValues::SaveValues() {
+    ObjectRecord& object = objectIn(slot_);
+    for (std::size_t v = 0; v < kObjectValues; ++v) {
+        switch (group_->values[v].kind) {
+        case ValueKind::Stored0:
+            object.Values[v] = 0;
+            break;
+        case ValueKind::Field:
+            object.Values[v] = fieldNumber(shown_->fields[v]).value_or(0);
+            break;
+        case ValueKind::Poisoned:
+            object.Values[v] = shown_->boxes[v]->isChecked() ? -1 : 0;
+            break;
+        }
+    }
+    if (checkEternal_->isChecked() && checkEternal_->parentWidget() == shown_->frame &&
+        savedDuration_)
+        object.SavedLightDuration = *savedDuration_;
+}
+
+void FormObjectValues::onDone() {
+    if (changed_ && shown_) {
+        if (!checkValues())
+            return;
+        SaveValues();
+        tellOwnerStored();
+    }
+    finish();
+}
+
+// A field that is empty or not a number opens its list on the list's
+// default; the list writes back only a choice the builder changed.
+void FormObjectValues::onPick(std::size_t value) {
+    if (!shown_ || !shown_->fields[value])
+        return;
+    NumericField& field = *shown_->fields[value];
+    const ValuePicker picker = group_->values[value].picker;
+    const std::optional<std::int32_t> number = fieldNumber(&field);
+    if (picker == ValuePicker::ContainerState) {
+        auto* dialog = new FormObjectContainerState(*this, prompts_, field);
+        dialog->SetupForm(number.value_or(0));
+        pickers_.show(dialog);
+        return;
+    }
+    const PickListDef* list = findPickList(picker);
+    if (!list)
+        return;
+    auto* dialog = new FormObjectPickList(*this, prompts_, *list, field);
+    dialog->SetupForm(number.value_or(list->defaultNumber));
+    pickers_.show(dialog);
+}
+
+// The dialog waits for its pick list as an editor waits for its dialogs.
+void FormObjectValues::closeEvent(QCloseEvent* event) {
+    if (pickers_.holdsClose()) {
+        event->ignore();
+        return;
+    }
+    OwnedDialog::closeEvent(event);
+}
 
 } // namespace marl

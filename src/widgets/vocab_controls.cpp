@@ -77,16 +77,19 @@ void FlagGrid::uncheckAll() {
         box->setChecked(false);
 }
 
-OptionGroup::OptionGroup(std::span<const ChoiceDef> table, int columns, QWidget* parent)
-    : QWidget(parent), group_(new QButtonGroup(this)) {
-    auto* layout = new QGridLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    const int rows = rowsFor(table.size(), columns);
+OptionGroup::OptionGroup(std::span<const ChoiceDef> table, int columns, QWidget* parent,
+                         int cellsPerOption, int headerRows)
+    : QWidget(parent), group_(new QButtonGroup(this)), grid_(new QGridLayout(this)),
+      rows_(rowsFor(table.size(), columns)), cellsPerOption_(cellsPerOption),
+      headerRows_(headerRows) {
+    grid_->setContentsMargins(0, 0, 0, 0);
     for (std::size_t i = 0; i < table.size(); ++i) {
         auto* option = new QRadioButton(QString::fromLatin1(table[i].caption), this);
         option->setObjectName(QString::fromLatin1(table[i].control));
-        group_->addButton(option, table[i].number);
-        layout->addWidget(option, static_cast<int>(i) % rows, static_cast<int>(i) / rows);
+        group_->addButton(option);
+        numbers_.append(table[i].number);
+        const auto [row, column] = cellOf(static_cast<int>(i));
+        grid_->addWidget(option, row, column);
         options_.append(option);
     }
     if (!table.empty()) {
@@ -94,17 +97,24 @@ OptionGroup::OptionGroup(std::span<const ChoiceDef> table, int columns, QWidget*
         number_ = table.front().number;
     }
     ui::tabToSelected({options_.begin(), options_.end()});
-    connect(group_, &QButtonGroup::idToggled, this, [this](int id, bool checked) {
-        if (!checked)
+    // The numbers are kept beside the options, not as the group's ids: the
+    // group takes an id of -1 ("No Spell") for "give it an id of your own".
+    connect(group_, &QButtonGroup::buttonToggled, this, [this](QAbstractButton* option, bool on) {
+        const qsizetype index = options_.indexOf(option);
+        if (!on || index < 0)
             return;
-        number_ = id;
-        emit picked(id);
+        number_ = numbers_[index];
+        emit picked(number_);
     });
 }
 
+std::pair<int, int> OptionGroup::cellOf(int index) const {
+    return {headerRows_ + index % rows_, index / rows_ * cellsPerOption_};
+}
+
 void OptionGroup::setNumber(int number) {
-    if (QAbstractButton* option = group_->button(number)) {
-        option->setChecked(true);
+    if (const qsizetype index = numbers_.indexOf(number); index >= 0) {
+        options_[index]->setChecked(true);
         number_ = number;
         return;
     }

@@ -9,11 +9,13 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "world/numeric_rule.h"
 #include "world/vocabulary.h"
 
 class QButtonGroup;
+class QGridLayout;
 class QCheckBox;
 class QRadioButton;
 
@@ -47,14 +49,22 @@ private:
 
 // One option per table entry, filled column by column.  A number no option
 // stands for selects none and is kept until the builder picks an option.
+// A table that shows more beside each option gives each option
+// `cellsPerOption` cells of the grid, the option in the first, and leaves
+// `headerRows` rows above them for column headers.
 class OptionGroup : public QWidget {
     Q_OBJECT
 public:
-    OptionGroup(std::span<const ChoiceDef> table, int columns, QWidget* parent);
+    OptionGroup(std::span<const ChoiceDef> table, int columns, QWidget* parent,
+                int cellsPerOption = 1, int headerRows = 0);
 
     void setNumber(int number);
     int number() const { return number_; }
     const QList<QRadioButton*>& options() const { return options_; }
+    // The grid the options stand in, to put what goes beside them.
+    QGridLayout* grid() const { return grid_; }
+    // The row and column of option `index` in the grid.
+    std::pair<int, int> cellOf(int index) const;
 
 signals:
     // An option became selected, by the builder or the program.
@@ -62,7 +72,12 @@ signals:
 
 private:
     QButtonGroup* group_;
+    QGridLayout* grid_;
     QList<QRadioButton*> options_;
+    QList<int> numbers_; // of the options, in their order
+    int rows_ = 1;
+    int cellsPerOption_ = 1;
+    int headerRows_ = 0;
     int number_ = 0;
 };
 
