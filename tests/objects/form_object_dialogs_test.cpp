@@ -97,7 +97,12 @@ void FormObjectDialogsTest::slotRules_data() {
           "textDesc:type:Red.", "buttonAdd:click", "buttonDone:click"}},
         {"action description",
          {"buttonADesc:click", ">formObjectActionDesc", "textDesc:type:Zap.",
-          "buttonDone:click"}}};
+          "buttonDone:click"}},
+        // The type is picked first: after New the window shows "Other", which
+        // has no values.
+        {"values",
+         {"optionPotion:click", "buttonValues:click", ">formObjectValues",
+          "textScrollPotionLevel:erase", "textScrollPotionLevel:type:7", "buttonDone:click"}}};
     const QList<std::tuple<QString, QStringList, int>> situations{
         {"after Save",
          {"listObjectSelect:dclick:2", "textCost:type:2", "yes", "buttonSave:click"},
