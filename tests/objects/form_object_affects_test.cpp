@@ -9,6 +9,7 @@
 #include "script_player.h"
 
 #include "objects/form_object_affects.h"
+#include "objects/object_file.h"
 #include "objects/object_record.h"
 
 using namespace marl;
@@ -58,6 +59,8 @@ struct AffectsFixture {
 
     explicit AffectsFixture(const QString& affects) {
         ClearObjectTable();
+        objectTable()[0].VNum = 9500;
+        objectTable()[1].VNum = 9501;
         putAffects(objectTable()[0], "2:9");
         putAffects(objectTable()[1], affects);
         owner.show();
@@ -70,8 +73,17 @@ struct AffectsFixture {
         delete dialog.data();
         ClearObjectTable();
     }
+    // The object's affects as the editor's save writes them and the server
+    // reads them back.
+    static QString written() {
+        auto table = std::make_unique<ObjectTable>(objectTable());
+        (*table)[1].Source.clear(); // stored from the window
+        const std::string file = writeObjects(*table, 2);
+        auto back = std::make_unique<ObjectTable>();
+        return readObjects(file, *back) == 2 ? affectsText((*back)[1]) : "unreadable";
+    }
     // Besides the dialog: the object's affects in use, the entry after them,
-    // their count, the other object, and the owner's side.
+    // their count, the file written, the other object, and the owner's side.
     std::optional<QString> probe(const QString& name) {
         const ObjectRecord& object = objectTable()[1];
         const std::size_t used = object.Affects.count();
@@ -81,6 +93,7 @@ struct AffectsFixture {
             {{"affects", affectsText(object)},
              {"after", QStringLiteral("%1:%2").arg(after.Location).arg(after.Modifier)},
              {"count", QString::number(object.Affects.count())},
+             {"written", written()},
              {"other", affectsText(objectTable()[0])}});
     }
     bool play(const QStringList& steps) {
@@ -108,12 +121,12 @@ void FormObjectAffectsTest::script_data() {
                                           ", buttonRemoveAll, changed=-"});
     row("location 0 in the middle shows as None and stays", "1:2/0:5/18:-1",
         {"?listObjectAffects=Str\t2/None\t5/HitRoll\t-1", "listObjectAffects:line:2",
-         "buttonRemove:click", "?listObjectAffects=Str\t2/None\t5, affects=1:2/0:5"});
+         "buttonRemove:click", "?listObjectAffects=Str\t2/None\t5, written=1:2/0:5"});
     row("a location without an option is listed by number and kept", "7:3/30:-1/16:0",
         {"?listObjectAffects=7\t3/30\t-1/16\t0", "listObjectAffects:dclick:1",
          "?optionNone=-, optionStr=-, textValue=-1, buttonUpdate, changed=-",
          "textValue:erase", "textValue:type:4", "buttonUpdate:click",
-         "?listObjectAffects=7\t3/30\t4/16\t0, affects=7:3/30:4/16:0, calls=1"});
+         "?listObjectAffects=7\t3/30\t4/16\t0, written=7:3/30:4/16:0, calls=1"});
     row("the extreme modifiers", "24:-2147483648/17:2147483647",
         {"?listObjectAffects=SavingSpell\t-2147483648/AC\t2147483647"});
 
@@ -151,11 +164,11 @@ void FormObjectAffectsTest::script_data() {
     // the editor; afterwards Done closes without a message.
     row("add", "1:2", {"optionHitRoll:click", "textValue:type:-3", "buttonAdd:click",
         "?listObjectAffects=Str\t2/HitRoll\t-3, " + fresh + ", buttonRemoveAll, "
-        "affects=1:2/18:-3, calls=1, changed=-, other=2:9", done, closed});
+        "written=1:2/18:-3, calls=1, changed=-, other=2:9", done, closed});
     row("add to none", "", {"optionMove:click", "textValue:type:50", "buttonAdd:click",
         "?listObjectAffects=Move\t50, buttonRemoveAll, affects=14:50, calls=1"});
     row("add after location 0 keeps it", "0:0", {"optionStr:click", "textValue:type:1",
-        "buttonAdd:click", "?listObjectAffects=None\t0/Str\t1, affects=0:0/1:1"});
+        "buttonAdd:click", "?listObjectAffects=None\t0/Str\t1, written=0:0/1:1"});
     row("add stops at 127 affects", "*126", {"optionStr:click", "textValue:type:7", "?buttonAdd",
         "buttonAdd:click", "?count=127, after=0:0", "optionDex:click", "textValue:type:1",
         "?!buttonAdd, count=127, calls=1"});
@@ -169,7 +182,7 @@ void FormObjectAffectsTest::script_data() {
         "buttonUpdate:click", "?listObjectAffects=Con\t5, affects=5:5, calls=1"});
     row("update in place", "1:2/18:1/19:4", {"listObjectAffects:dclick:1", "optionDamRoll:click",
         "textValue:erase", "textValue:type:3", "buttonUpdate:click",
-        "?listObjectAffects=Str\t2/DamRoll\t3/DamRoll\t4, affects=1:2/19:3/19:4, " + fresh +
+        "?listObjectAffects=Str\t2/DamRoll\t3/DamRoll\t4, written=1:2/19:3/19:4, " + fresh +
         ", title=Object Affects [0/127], calls=1", done, closed});
     row("update with no line selected stores nothing", "1:2/18:1", {
         "listObjectAffects:dclick:1", "textValue:type:5", "listObjectAffects:ctrlline:1",
@@ -179,12 +192,12 @@ void FormObjectAffectsTest::script_data() {
         "textValue:type:8", "?buttonAdd, !buttonUpdate, affects=1:2/19:4"});
     row("remove the first of three", "1:2/2:3/18:1", {"listObjectAffects:line:0",
         "buttonRemove:click", "?listObjectAffects=Dex\t3/HitRoll\t1, " + idle +
-        ", buttonRemoveAll, affects=2:3/18:1, after=0:0, calls=1", done, closed});
+        ", buttonRemoveAll, written=2:3/18:1, after=0:0, calls=1", done, closed});
     row("remove the last", "1:2/2:3", {"listObjectAffects:line:1", "buttonRemove:click",
         "?affects=1:2, after=0:0", "listObjectAffects:line:0", "buttonRemove:click",
         "?affects=, listObjectAffects=, !buttonRemoveAll, calls=2"});
     row("remove all, without a question", "1:2/0:3/18:1", {"buttonRemoveAll:click",
-        "?said=, listObjectAffects=, !buttonRemoveAll, affects=, after=0:0, other=2:9, calls=1",
+        "?said=, listObjectAffects=, !buttonRemoveAll, written=, after=0:0, other=2:9, calls=1",
         done, closed});
     row("add after remove all", "1:2", {"buttonRemoveAll:click", "optionWis:click",
         "textValue:type:1", "buttonAdd:click", "?affects=4:1, count=1"});
