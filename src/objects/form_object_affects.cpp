@@ -240,6 +240,8 @@ void FormObjectAffects::onAdd() {
     ++count_;
     ClearAll();
     changed_ = false;
+    // Ready for the next affect: its location first.
+    locations_->options().front()->setFocus();
     tellOwnerStored();
 }
 
@@ -253,6 +255,7 @@ void FormObjectAffects::onUpdate() {
     listObjectAffects_->item(line)->setText(affectLine(affects[static_cast<std::size_t>(line)]));
     ClearAll();
     changed_ = false;
+    listObjectAffects_->setFocus();
     tellOwnerStored();
 }
 

@@ -164,7 +164,7 @@ void FormObjectAffectsTest::script_data() {
     // the editor; afterwards Done closes without a message.
     row("add", "1:2", {"optionHitRoll:click", "textValue:type:-3", "buttonAdd:click",
         "?listObjectAffects=Str\t2/HitRoll\t-3, " + fresh + ", buttonRemoveAll, "
-        "written=1:2/18:-3, calls=1, changed=-, other=2:9", done, closed});
+        "written=1:2/18:-3, calls=1, changed=-, other=2:9, focus=optionNone", done, closed});
     row("add to none", "", {"optionMove:click", "textValue:type:50", "buttonAdd:click",
         "?listObjectAffects=Move\t50, buttonRemoveAll, affects=14:50, calls=1"});
     row("add after location 0 keeps it", "0:0", {"optionStr:click", "textValue:type:1",
@@ -183,7 +183,7 @@ void FormObjectAffectsTest::script_data() {
     row("update in place", "1:2/18:1/19:4", {"listObjectAffects:dclick:1", "optionDamRoll:click",
         "textValue:erase", "textValue:type:3", "buttonUpdate:click",
         "?listObjectAffects=Str\t2/DamRoll\t3/DamRoll\t4, written=1:2/19:3/19:4, " + fresh +
-        ", title=Object Affects [0/127], calls=1", done, closed});
+        ", title=Object Affects [0/127], calls=1, focus=listObjectAffects", done, closed});
     row("update with no line selected stores nothing", "1:2/18:1", {
         "listObjectAffects:dclick:1", "textValue:type:5", "listObjectAffects:ctrlline:1",
         "buttonUpdate:click", "?affects=1:2/18:1, textValue=15, calls=0"});
