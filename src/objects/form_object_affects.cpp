@@ -4,11 +4,11 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
 #include "objects/object_record.h"
 #include "objects/object_vocabulary.h"
+#include "widgets/column_delegate.h"
 #include "widgets/prompts.h"
 #include "widgets/qt_text.h"
 #include "widgets/qt_widgets.h"
@@ -21,25 +21,8 @@ using namespace ui;
 namespace {
 
 // The longest location caption ("SavingBreath") and a space before the
-// modifier.
+// modifier: the list draws the modifiers at this column.
 constexpr int kModifierColumn = 13;
-
-// A line is "location<tab>modifier"; the list draws the modifiers at one
-// column instead of at the next tab stop: the font is fixed-pitch, so
-// padding lines them up in a narrow list.
-class AffectLineDelegate : public QStyledItemDelegate {
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-        QStyledItemDelegate::initStyleOption(option, index);
-        const qsizetype tab = option->text.indexOf(QLatin1Char('\t'));
-        if (tab >= 0)
-            option->text = option->text.left(tab).leftJustified(kModifierColumn - 1) +
-                           QLatin1Char(' ') + option->text.mid(tab + 1);
-    }
-};
 
 SlotList<ObjectAffect, kAffectSlots>& affectsOf(int slot) {
     return objectTable()[static_cast<std::size_t>(slot)].Affects;
@@ -89,7 +72,7 @@ void FormObjectAffects::buildLayout() {
                             QString::fromLatin1(kObjectAffectsDialog.frameCaption));
     listObjectAffects_ = named(new QListWidget(listFrame), kAffectList);
     listObjectAffects_->setFont(fixedFont());
-    listObjectAffects_->setItemDelegate(new AffectLineDelegate(listObjectAffects_));
+    listObjectAffects_->setItemDelegate(new ColumnDelegate(kModifierColumn, listObjectAffects_));
     listObjectAffects_->setSelectionMode(QAbstractItemView::SingleSelection);
     listObjectAffects_->setMinimumWidth(widthForColumns(listObjectAffects_, kModifierColumn + 11) +
                                         20);
