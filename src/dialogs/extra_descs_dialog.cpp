@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "widgets/entry_list.h"
 #include "widgets/prompts.h"
 #include "widgets/qt_text.h"
 #include "widgets/qt_widgets.h"
@@ -93,11 +94,7 @@ void ExtraDescsDialog::connectHandlers() {
             [this](const QString& text) { onFieldChanged(text.isEmpty()); });
     connect(textDesc_, &QPlainTextEdit::textChanged, this,
             [this] { onFieldChanged(textDesc_->document()->isEmpty()); });
-    connect(listExtraDescs_, &QListWidget::itemSelectionChanged, this,
-            &ExtraDescsDialog::onListClicked);
-    connect(listExtraDescs_, &QListWidget::itemClicked, this, &ExtraDescsDialog::onListClicked);
-    connect(listExtraDescs_, &QListWidget::itemDoubleClicked, this, &ExtraDescsDialog::onEdit);
-    ui::editOnEnter(listExtraDescs_, [this] { onEdit(); });
+    entries_ = new EntryList(listExtraDescs_, buttonEdit_, buttonRemove_, [this] { onEdit(); });
     connect(buttonAdd_, &QPushButton::clicked, this, &ExtraDescsDialog::onAdd);
     connect(buttonUpdate_, &QPushButton::clicked, this, &ExtraDescsDialog::onUpdate);
     connect(buttonEdit_, &QPushButton::clicked, this, &ExtraDescsDialog::onEdit);
@@ -112,20 +109,14 @@ void ExtraDescsDialog::SetupForm(int recordIndex) {
     recordIndex_ = recordIndex;
     const ExtraDescList& list = pairs();
     count_ = extraDescCount(list);
-    listing_ = true;
-    listExtraDescs_->clear();
+    QStringList lines;
     for (int slot = 0; slot < count_; ++slot)
-        listExtraDescs_->addItem(fromBytes(list[static_cast<std::size_t>(slot)].Keywords));
-    listing_ = false;
+        lines.append(fromBytes(list[static_cast<std::size_t>(slot)].Keywords));
+    entries_->fill(lines);
     if (listExtraDescs_->count() > 0)
         buttonRemoveAll_->setEnabled(true);
     setWindowTitle(QStringLiteral("Extra Descriptions [0/%1]").arg(kMaxExtraDescs));
     changed_ = false;
-}
-
-int ExtraDescsDialog::selectedLine() const {
-    const QList<QListWidgetItem*> selected = listExtraDescs_->selectedItems();
-    return selected.size() == 1 ? listExtraDescs_->row(selected.first()) : -1;
 }
 
 void ExtraDescsDialog::setPair(int slot, ExtraDesc pair) {
@@ -143,16 +134,8 @@ void ExtraDescsDialog::onFieldChanged(bool fieldEmpty) {
     buttonUpdate_->setEnabled(storable && editing_);
 }
 
-void ExtraDescsDialog::onListClicked() {
-    if (listing_)
-        return;
-    const bool one = selectedLine() >= 0;
-    buttonEdit_->setEnabled(one);
-    buttonRemove_->setEnabled(one);
-}
-
 void ExtraDescsDialog::onEdit() {
-    const int line = selectedLine();
+    const int line = entries_->selectedLine();
     if (line < 0)
         return;
     const ExtraDesc& pair = pairs()[static_cast<std::size_t>(line)];
@@ -181,7 +164,7 @@ void ExtraDescsDialog::onAdd() {
 }
 
 void ExtraDescsDialog::onUpdate() {
-    const int line = selectedLine();
+    const int line = entries_->selectedLine();
     if (line < 0 || textKeywords_->text().isEmpty())
         return; // no pair chosen: nothing is stored
     setPair(line, {toBytes(textKeywords_->text()), fromWidgetText(textDesc_->toPlainText())});
@@ -192,36 +175,21 @@ void ExtraDescsDialog::onUpdate() {
 }
 
 void ExtraDescsDialog::onRemove() {
-    const int line = selectedLine();
+    const int line = entries_->selectedLine();
     if (line < 0)
         return;
-    ExtraDescList& list = pairs();
-    // Later pairs move up one slot; the empty slot after the list closes
-    // the gap.
-    for (int slot = line; slot < count_; ++slot) {
-        const std::size_t next = static_cast<std::size_t>(slot) + 1;
-        list[static_cast<std::size_t>(slot)] = next < list.size() ? list[next] : ExtraDesc{};
-    }
-    setPair(count_, {});
-    listing_ = true;
-    delete listExtraDescs_->takeItem(line);
-    listExtraDescs_->clearSelection();
-    listing_ = false;
+    removeEntry(pairs(), line);
+    --count_;
+    entries_->removeLine(line);
     ClearAll();
     changed_ = false;
-    pairs().setCount(static_cast<std::size_t>(--count_));
     tellOwnerStored();
 }
 
 void ExtraDescsDialog::onRemoveAll() {
-    listing_ = true;
-    for (int line = count_ - 1; line >= 0; --line) {
-        delete listExtraDescs_->takeItem(line);
-        setPair(line, {});
-        --count_;
-    }
-    pairs().setCount(0);
-    listing_ = false;
+    pairs().clear();
+    count_ = 0;
+    entries_->removeAll();
     ClearAll();
     changed_ = false;
     tellOwnerStored();

@@ -16,6 +16,7 @@ class QPushButton;
 
 namespace marl {
 
+class EntryList;
 class Prompts;
 class TildeTextEdit;
 
@@ -45,10 +46,8 @@ private:
     void buildLayout();
     void connectHandlers();
     ExtraDescList& pairs() const { return variant_.pairs(recordIndex_); }
-    int selectedLine() const;
     void setPair(int slot, ExtraDesc pair);
     void onFieldChanged(bool fieldEmpty);
-    void onListClicked();
     void onEdit();
     void onAdd();
     void onUpdate();
@@ -58,11 +57,11 @@ private:
 
     ExtraDescsVariant variant_;
     bool editing_ = false;
-    bool listing_ = false;
     int recordIndex_ = 0;
     int count_ = 0;
 
     QListWidget* listExtraDescs_ = nullptr;
+    EntryList* entries_ = nullptr;
     QLineEdit* textKeywords_ = nullptr;
     TildeTextEdit* textDesc_ = nullptr;
     QPushButton* buttonAdd_ = nullptr;

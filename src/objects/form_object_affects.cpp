@@ -9,6 +9,7 @@
 #include "objects/object_record.h"
 #include "objects/object_vocabulary.h"
 #include "widgets/column_delegate.h"
+#include "widgets/entry_list.h"
 #include "widgets/prompts.h"
 #include "widgets/qt_text.h"
 #include "widgets/qt_widgets.h"
@@ -117,11 +118,7 @@ void FormObjectAffects::buildLayout() {
 void FormObjectAffects::connectHandlers() {
     connect(locations_, &OptionGroup::picked, this, &FormObjectAffects::onLocationPicked);
     connect(textValue_, &QLineEdit::textChanged, this, &FormObjectAffects::onValueChanged);
-    connect(listObjectAffects_, &QListWidget::itemSelectionChanged, this,
-            &FormObjectAffects::onListClicked);
-    connect(listObjectAffects_, &QListWidget::itemClicked, this, &FormObjectAffects::onListClicked);
-    connect(listObjectAffects_, &QListWidget::itemDoubleClicked, this, &FormObjectAffects::onEdit);
-    editOnEnter(listObjectAffects_, [this] { onEdit(); });
+    entries_ = new EntryList(listObjectAffects_, buttonEdit_, buttonRemove_, [this] { onEdit(); });
     connect(buttonAdd_, &QPushButton::clicked, this, &FormObjectAffects::onAdd);
     connect(buttonUpdate_, &QPushButton::clicked, this, &FormObjectAffects::onUpdate);
     connect(buttonEdit_, &QPushButton::clicked, this, &FormObjectAffects::onEdit);
@@ -140,19 +137,13 @@ void FormObjectAffects::SetupForm(int slot) {
     recordIndex_ = slot;
     const auto& affects = affectsOf(slot);
     count_ = static_cast<int>(affects.count());
-    listing_ = true;
-    listObjectAffects_->clear();
+    QStringList lines;
     for (int line = 0; line < count_; ++line)
-        listObjectAffects_->addItem(affectLine(affects[static_cast<std::size_t>(line)]));
-    listing_ = false;
+        lines.append(affectLine(affects[static_cast<std::size_t>(line)]));
+    entries_->fill(lines);
     ClearAll();
     locations_->options().front()->setFocus();
     changed_ = false;
-}
-
-int FormObjectAffects::selectedLine() const {
-    const QList<QListWidgetItem*> selected = listObjectAffects_->selectedItems();
-    return selected.size() == 1 ? listObjectAffects_->row(selected.first()) : -1;
 }
 
 bool FormObjectAffects::entryReady() const {
@@ -189,18 +180,10 @@ void FormObjectAffects::onValueChanged() {
     refreshStoreButtons();
 }
 
-void FormObjectAffects::onListClicked() {
-    if (listing_)
-        return;
-    const bool one = selectedLine() >= 0;
-    buttonEdit_->setEnabled(one);
-    buttonRemove_->setEnabled(one);
-}
-
 // A location no option stands for selects none and is kept: Update stores
 // it as it was unless the builder picks another.
 void FormObjectAffects::onEdit() {
-    const int line = selectedLine();
+    const int line = entries_->selectedLine();
     if (line < 0)
         return;
     const ObjectAffect& affect = affectsOf(recordIndex_)[static_cast<std::size_t>(line)];
@@ -230,7 +213,7 @@ void FormObjectAffects::onAdd() {
 
 // Without a line chosen nothing is stored and the fields stay as typed.
 void FormObjectAffects::onUpdate() {
-    const int line = selectedLine();
+    const int line = entries_->selectedLine();
     if (line < 0 || !entryReady() || !editing_)
         return;
     auto& affects = affectsOf(recordIndex_);
@@ -245,17 +228,12 @@ void FormObjectAffects::onUpdate() {
 // The affects after the one removed move up a place, so the file keeps
 // their order.
 void FormObjectAffects::onRemove() {
-    const int line = selectedLine();
+    const int line = entries_->selectedLine();
     if (line < 0)
         return;
-    auto& affects = affectsOf(recordIndex_);
-    for (int slot = line; slot + 1 < count_; ++slot)
-        affects[static_cast<std::size_t>(slot)] = affects[static_cast<std::size_t>(slot) + 1];
-    affects[static_cast<std::size_t>(count_ - 1)] = ObjectAffect{};
-    affects.setCount(static_cast<std::size_t>(--count_));
-    listing_ = true;
-    delete listObjectAffects_->takeItem(line);
-    listing_ = false;
+    removeEntry(affectsOf(recordIndex_), line);
+    --count_;
+    entries_->removeLine(line);
     ClearAll();
     changed_ = false;
     tellOwnerStored();
@@ -264,9 +242,7 @@ void FormObjectAffects::onRemove() {
 void FormObjectAffects::onRemoveAll() {
     affectsOf(recordIndex_).clear();
     count_ = 0;
-    listing_ = true;
-    listObjectAffects_->clear();
-    listing_ = false;
+    entries_->removeAll();
     ClearAll();
     changed_ = false;
     tellOwnerStored();
@@ -276,9 +252,7 @@ void FormObjectAffects::onRemoveAll() {
 // a new affect, so Add comes back.
 void FormObjectAffects::ClearAll() {
     editing_ = false;
-    listing_ = true;
-    listObjectAffects_->clearSelection();
-    listing_ = false;
+    entries_->clearSelection();
     locations_->setNumber(kAffectLocationNone);
     textValue_->clear();
     textValue_->setEnabled(false);

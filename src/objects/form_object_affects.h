@@ -12,6 +12,7 @@ class QPushButton;
 
 namespace marl {
 
+class EntryList;
 class NumericField;
 class OptionGroup;
 class Prompts;
@@ -34,7 +35,6 @@ public:
 private:
     void buildLayout();
     void connectHandlers();
-    int selectedLine() const;
     // What the fields hold as an affect, when it may be stored: a location
     // other than "None" and a modifier that reads as a number.
     bool entryReady() const;
@@ -42,7 +42,6 @@ private:
     void refreshStoreButtons();
     void onLocationPicked(int number);
     void onValueChanged();
-    void onListClicked();
     void onEdit();
     void onAdd();
     void onUpdate();
@@ -53,11 +52,11 @@ private:
     int recordIndex_ = 0;
     int count_ = 0;
     bool editing_ = false;
-    bool listing_ = false;
 
     OptionGroup* locations_ = nullptr;
     NumericField* textValue_ = nullptr;
     QListWidget* listObjectAffects_ = nullptr;
+    EntryList* entries_ = nullptr;
     QPushButton* buttonAdd_ = nullptr;
     QPushButton* buttonUpdate_ = nullptr;
     QPushButton* buttonEdit_ = nullptr;
