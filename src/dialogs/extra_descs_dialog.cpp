@@ -15,7 +15,6 @@
 
 namespace marl {
 
-using ui::button;
 using ui::charWidth;
 using ui::frame;
 
@@ -57,20 +56,11 @@ void ExtraDescsDialog::buildLayout() {
     auto* descLayout = new QVBoxLayout(descFrame);
     descLayout->addWidget(textDesc_);
 
-    buttonAdd_ = button(this, "buttonAdd", "Add", 'a');
-    buttonUpdate_ = button(this, "buttonUpdate", "Update", 'u');
-    buttonEdit_ = button(this, "buttonEdit", "Edit", 'e');
-    buttonRemove_ = button(this, "buttonRemove", "Remove", 'r');
-    buttonRemoveAll_ = button(this, "buttonRemoveAll", "Remove All", 'm');
-    buttonClearAll_ = button(this, "buttonClearAll", "Clear All", 'l');
-    buttonDone_ = button(this, "buttonDone", "Done", 'd');
-    buttonCancel_ = button(this, "buttonCancel", "Cancel", 'c');
+    // Enter in the keywords closes as Done does.
+    buttons_ = EntryCommands::make(this);
     for (QPushButton* push :
-         {buttonAdd_, buttonUpdate_, buttonEdit_, buttonRemove_, buttonRemoveAll_})
+         {buttons_.add, buttons_.update, buttons_.edit, buttons_.remove, buttons_.removeAll})
         push->setEnabled(false);
-    // Enter in the keywords closes as Done does, which says so when text
-    // typed there is not stored yet.
-    buttonDone_->setDefault(true);
 
     auto* fields = new QVBoxLayout;
     fields->addWidget(keywordsFrame);
@@ -81,12 +71,9 @@ void ExtraDescsDialog::buildLayout() {
 
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(body, 1);
-    layout->addLayout(ui::commandRow(
-        {buttonAdd_, buttonUpdate_, buttonEdit_, buttonRemove_, buttonRemoveAll_, buttonClearAll_},
-        {buttonCancel_, buttonDone_}));
+    layout->addLayout(buttons_.row());
 
-    ui::tabChain({textKeywords_, textDesc_, listExtraDescs_, buttonAdd_, buttonUpdate_, buttonEdit_,
-                  buttonRemove_, buttonRemoveAll_, buttonClearAll_, buttonCancel_, buttonDone_});
+    ui::tabChain(QList<QWidget*>{textKeywords_, textDesc_, listExtraDescs_} + buttons_.tabOrder());
 }
 
 void ExtraDescsDialog::connectHandlers() {
@@ -94,15 +81,15 @@ void ExtraDescsDialog::connectHandlers() {
             [this](const QString& text) { onFieldChanged(text.isEmpty()); });
     connect(textDesc_, &QPlainTextEdit::textChanged, this,
             [this] { onFieldChanged(textDesc_->document()->isEmpty()); });
-    entries_ = new EntryList(listExtraDescs_, buttonEdit_, buttonRemove_, [this] { onEdit(); });
-    connect(buttonAdd_, &QPushButton::clicked, this, &ExtraDescsDialog::onAdd);
-    connect(buttonUpdate_, &QPushButton::clicked, this, &ExtraDescsDialog::onUpdate);
-    connect(buttonEdit_, &QPushButton::clicked, this, &ExtraDescsDialog::onEdit);
-    connect(buttonRemove_, &QPushButton::clicked, this, &ExtraDescsDialog::onRemove);
-    connect(buttonRemoveAll_, &QPushButton::clicked, this, &ExtraDescsDialog::onRemoveAll);
-    connect(buttonClearAll_, &QPushButton::clicked, this, [this] { onClearAll(textKeywords_); });
-    connect(buttonDone_, &QPushButton::clicked, this, &ExtraDescsDialog::onDone);
-    connect(buttonCancel_, &QPushButton::clicked, this, &ExtraDescsDialog::onCancel);
+    entries_ = new EntryList(listExtraDescs_, buttons_, [this] { onEdit(); });
+    connect(buttons_.add, &QPushButton::clicked, this, &ExtraDescsDialog::onAdd);
+    connect(buttons_.update, &QPushButton::clicked, this, &ExtraDescsDialog::onUpdate);
+    connect(buttons_.edit, &QPushButton::clicked, this, &ExtraDescsDialog::onEdit);
+    connect(buttons_.remove, &QPushButton::clicked, this, &ExtraDescsDialog::onRemove);
+    connect(buttons_.removeAll, &QPushButton::clicked, this, &ExtraDescsDialog::onRemoveAll);
+    connect(buttons_.clearAll, &QPushButton::clicked, this, [this] { onClearAll(textKeywords_); });
+    connect(buttons_.done, &QPushButton::clicked, this, &ExtraDescsDialog::onDone);
+    connect(buttons_.cancel, &QPushButton::clicked, this, &ExtraDescsDialog::onCancel);
 }
 
 void ExtraDescsDialog::SetupForm(int recordIndex) {
@@ -114,7 +101,7 @@ void ExtraDescsDialog::SetupForm(int recordIndex) {
         lines.append(fromBytes(list[static_cast<std::size_t>(slot)].Keywords));
     entries_->fill(lines);
     if (listExtraDescs_->count() > 0)
-        buttonRemoveAll_->setEnabled(true);
+        buttons_.removeAll->setEnabled(true);
     setWindowTitle(QStringLiteral("Extra Descriptions [0/%1]").arg(kMaxExtraDescs));
     changed_ = false;
 }
@@ -130,8 +117,8 @@ void ExtraDescsDialog::setPair(int slot, ExtraDesc pair) {
 void ExtraDescsDialog::onFieldChanged(bool fieldEmpty) {
     changed_ = true;
     const bool storable = !fieldEmpty && !textKeywords_->text().isEmpty();
-    buttonAdd_->setEnabled(storable && !editing_ && count_ < kMaxExtraDescs);
-    buttonUpdate_->setEnabled(storable && editing_);
+    buttons_.add->setEnabled(storable && !editing_ && count_ < kMaxExtraDescs);
+    buttons_.update->setEnabled(storable && editing_);
 }
 
 void ExtraDescsDialog::onEdit() {
@@ -143,18 +130,18 @@ void ExtraDescsDialog::onEdit() {
     textDesc_->setPlainText(toWidgetText(pair.Desc));
     setWindowTitle(QStringLiteral("Extra Descriptions [%1/%2]").arg(line).arg(kMaxExtraDescs));
     editing_ = true;
-    buttonAdd_->setEnabled(false);
-    buttonUpdate_->setEnabled(true);
+    buttons_.add->setEnabled(false);
+    buttons_.update->setEnabled(true);
     changed_ = false;
 }
 
 void ExtraDescsDialog::onAdd() {
     if (textKeywords_->text().isEmpty() || count_ >= kMaxExtraDescs)
         return;
-    buttonAdd_->setEnabled(false);
-    buttonEdit_->setEnabled(false);
-    buttonRemove_->setEnabled(false);
-    buttonRemoveAll_->setEnabled(true);
+    buttons_.add->setEnabled(false);
+    buttons_.edit->setEnabled(false);
+    buttons_.remove->setEnabled(false);
+    buttons_.removeAll->setEnabled(true);
     setPair(count_, {toBytes(textKeywords_->text()), fromWidgetText(textDesc_->toPlainText())});
     listExtraDescs_->addItem(textKeywords_->text());
     ClearAll();
@@ -199,12 +186,12 @@ void ExtraDescsDialog::onRemoveAll() {
 // a new pair, so Add comes back with the keywords.
 void ExtraDescsDialog::ClearAll() {
     editing_ = false;
-    buttonAdd_->setEnabled(false);
-    buttonUpdate_->setEnabled(false);
-    buttonEdit_->setEnabled(false);
-    buttonRemove_->setEnabled(false);
+    buttons_.add->setEnabled(false);
+    buttons_.update->setEnabled(false);
+    buttons_.edit->setEnabled(false);
+    buttons_.remove->setEnabled(false);
     if (listExtraDescs_->count() == 0)
-        buttonRemoveAll_->setEnabled(false);
+        buttons_.removeAll->setEnabled(false);
     textKeywords_->clear();
     textDesc_->clear();
 }

@@ -8,15 +8,14 @@
 #include <functional>
 
 #include "editor/owned_dialog.h"
+#include "widgets/entry_list.h"
 #include "world/record_table.h"
 
 class QListWidget;
 class QLineEdit;
-class QPushButton;
 
 namespace marl {
 
-class EntryList;
 class Prompts;
 class TildeTextEdit;
 
@@ -64,14 +63,7 @@ private:
     EntryList* entries_ = nullptr;
     QLineEdit* textKeywords_ = nullptr;
     TildeTextEdit* textDesc_ = nullptr;
-    QPushButton* buttonAdd_ = nullptr;
-    QPushButton* buttonUpdate_ = nullptr;
-    QPushButton* buttonEdit_ = nullptr;
-    QPushButton* buttonRemove_ = nullptr;
-    QPushButton* buttonRemoveAll_ = nullptr;
-    QPushButton* buttonClearAll_ = nullptr;
-    QPushButton* buttonDone_ = nullptr;
-    QPushButton* buttonCancel_ = nullptr;
+    EntryCommands buttons_;
 };
 
 } // namespace marl

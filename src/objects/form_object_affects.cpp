@@ -80,17 +80,8 @@ void FormObjectAffects::buildLayout() {
     auto* listLayout = new QVBoxLayout(listFrame);
     listLayout->addWidget(listObjectAffects_);
 
-    buttonAdd_ = button(this, "buttonAdd", "Add", 'a');
-    buttonUpdate_ = button(this, "buttonUpdate", "Update", 'u');
-    buttonEdit_ = button(this, "buttonEdit", "Edit", 'e');
-    buttonRemove_ = button(this, "buttonRemove", "Remove", 'r');
-    buttonRemoveAll_ = button(this, "buttonRemoveAll", "Remove All", 'm');
-    buttonClearAll_ = button(this, "buttonClearAll", "Clear All", 'l');
-    buttonCancel_ = button(this, "buttonCancel", "Cancel", 'c');
-    buttonDone_ = button(this, "buttonDone", "Done", 'd');
-    // Enter in the value closes as Done does, which says so while an affect
-    // typed there is not added yet.
-    buttonDone_->setDefault(true);
+    // Enter in the value closes as Done does.
+    buttons_ = EntryCommands::make(this);
 
     // The affect being made on the left, the affects made on the right.
     auto* fields = new QVBoxLayout;
@@ -102,32 +93,29 @@ void FormObjectAffects::buildLayout() {
     body->addWidget(listFrame, 1);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(body, 1);
-    layout->addLayout(commandRow(
-        {buttonAdd_, buttonUpdate_, buttonEdit_, buttonRemove_, buttonRemoveAll_, buttonClearAll_},
-        {buttonCancel_, buttonDone_}));
+    layout->addLayout(buttons_.row());
 
     // The options are one stop: Tab enters the selected one, arrows move.
     QList<QWidget*> chain;
     for (QRadioButton* option : locations_->options())
         chain.append(option);
-    chain << textValue_ << listObjectAffects_ << buttonAdd_ << buttonUpdate_ << buttonEdit_
-          << buttonRemove_ << buttonRemoveAll_ << buttonClearAll_ << buttonCancel_ << buttonDone_;
-    tabChain(chain);
+    chain << textValue_ << listObjectAffects_;
+    tabChain(chain + buttons_.tabOrder());
 }
 
 void FormObjectAffects::connectHandlers() {
     connect(locations_, &OptionGroup::picked, this, &FormObjectAffects::onLocationPicked);
     connect(textValue_, &QLineEdit::textChanged, this, &FormObjectAffects::onValueChanged);
-    entries_ = new EntryList(listObjectAffects_, buttonEdit_, buttonRemove_, [this] { onEdit(); });
-    connect(buttonAdd_, &QPushButton::clicked, this, &FormObjectAffects::onAdd);
-    connect(buttonUpdate_, &QPushButton::clicked, this, &FormObjectAffects::onUpdate);
-    connect(buttonEdit_, &QPushButton::clicked, this, &FormObjectAffects::onEdit);
-    connect(buttonRemove_, &QPushButton::clicked, this, &FormObjectAffects::onRemove);
-    connect(buttonRemoveAll_, &QPushButton::clicked, this, &FormObjectAffects::onRemoveAll);
-    connect(buttonClearAll_, &QPushButton::clicked, this,
+    entries_ = new EntryList(listObjectAffects_, buttons_, [this] { onEdit(); });
+    connect(buttons_.add, &QPushButton::clicked, this, &FormObjectAffects::onAdd);
+    connect(buttons_.update, &QPushButton::clicked, this, &FormObjectAffects::onUpdate);
+    connect(buttons_.edit, &QPushButton::clicked, this, &FormObjectAffects::onEdit);
+    connect(buttons_.remove, &QPushButton::clicked, this, &FormObjectAffects::onRemove);
+    connect(buttons_.removeAll, &QPushButton::clicked, this, &FormObjectAffects::onRemoveAll);
+    connect(buttons_.clearAll, &QPushButton::clicked, this,
             [this] { onClearAll(locations_->options().front()); });
-    connect(buttonDone_, &QPushButton::clicked, this, &FormObjectAffects::onDone);
-    connect(buttonCancel_, &QPushButton::clicked, this, &FormObjectAffects::onCancel);
+    connect(buttons_.done, &QPushButton::clicked, this, &FormObjectAffects::onDone);
+    connect(buttons_.cancel, &QPushButton::clicked, this, &FormObjectAffects::onCancel);
 }
 
 // Every affect the object holds is listed, as the file will hold them: one
@@ -161,8 +149,8 @@ ObjectAffect FormObjectAffects::entry() const {
 
 void FormObjectAffects::refreshStoreButtons() {
     const bool ready = entryReady();
-    buttonAdd_->setEnabled(ready && !editing_ && count_ < kMaxAffects);
-    buttonUpdate_->setEnabled(ready && editing_);
+    buttons_.add->setEnabled(ready && !editing_ && count_ < kMaxAffects);
+    buttons_.update->setEnabled(ready && editing_);
 }
 
 // "None" takes the modifier away with it; any other location lets one be
@@ -256,11 +244,11 @@ void FormObjectAffects::ClearAll() {
     locations_->setNumber(kAffectLocationNone);
     textValue_->clear();
     textValue_->setEnabled(false);
-    buttonAdd_->setEnabled(false);
-    buttonUpdate_->setEnabled(false);
-    buttonEdit_->setEnabled(false);
-    buttonRemove_->setEnabled(false);
-    buttonRemoveAll_->setEnabled(count_ > 0);
+    buttons_.add->setEnabled(false);
+    buttons_.update->setEnabled(false);
+    buttons_.edit->setEnabled(false);
+    buttons_.remove->setEnabled(false);
+    buttons_.removeAll->setEnabled(count_ > 0);
     setWindowTitle(countCaption(0));
 }
 

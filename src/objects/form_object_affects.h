@@ -6,13 +6,12 @@
 // updated.
 
 #include "editor/owned_dialog.h"
+#include "widgets/entry_list.h"
 
 class QListWidget;
-class QPushButton;
 
 namespace marl {
 
-class EntryList;
 class NumericField;
 class OptionGroup;
 class Prompts;
@@ -57,14 +56,7 @@ private:
     NumericField* textValue_ = nullptr;
     QListWidget* listObjectAffects_ = nullptr;
     EntryList* entries_ = nullptr;
-    QPushButton* buttonAdd_ = nullptr;
-    QPushButton* buttonUpdate_ = nullptr;
-    QPushButton* buttonEdit_ = nullptr;
-    QPushButton* buttonRemove_ = nullptr;
-    QPushButton* buttonRemoveAll_ = nullptr;
-    QPushButton* buttonClearAll_ = nullptr;
-    QPushButton* buttonDone_ = nullptr;
-    QPushButton* buttonCancel_ = nullptr;
+    EntryCommands buttons_;
 };
 
 // The line the affects list shows for an affect: its location's caption (or

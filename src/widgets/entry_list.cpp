@@ -7,9 +7,31 @@
 
 namespace marl {
 
-EntryList::EntryList(QListWidget* list, QPushButton* edit, QPushButton* remove,
+EntryCommands EntryCommands::make(QWidget* dialog) {
+    EntryCommands commands;
+    commands.add = ui::button(dialog, "buttonAdd", "Add", 'a');
+    commands.update = ui::button(dialog, "buttonUpdate", "Update", 'u');
+    commands.edit = ui::button(dialog, "buttonEdit", "Edit", 'e');
+    commands.remove = ui::button(dialog, "buttonRemove", "Remove", 'r');
+    commands.removeAll = ui::button(dialog, "buttonRemoveAll", "Remove All", 'm');
+    commands.clearAll = ui::button(dialog, "buttonClearAll", "Clear All", 'l');
+    commands.cancel = ui::button(dialog, "buttonCancel", "Cancel", 'c');
+    commands.done = ui::button(dialog, "buttonDone", "Done", 'd');
+    commands.done->setDefault(true);
+    return commands;
+}
+
+QHBoxLayout* EntryCommands::row() const {
+    return ui::commandRow({add, update, edit, remove, removeAll, clearAll}, {cancel, done});
+}
+
+QList<QWidget*> EntryCommands::tabOrder() const {
+    return {add, update, edit, remove, removeAll, clearAll, cancel, done};
+}
+
+EntryList::EntryList(QListWidget* list, const EntryCommands& commands,
                      const std::function<void()>& onEdit)
-    : QObject(list), list_(list), edit_(edit), remove_(remove) {
+    : QObject(list), list_(list), edit_(commands.edit), remove_(commands.remove) {
     connect(list_, &QListWidget::itemSelectionChanged, this, &EntryList::onClicked);
     connect(list_, &QListWidget::itemClicked, this, &EntryList::onClicked);
     connect(list_, &QListWidget::itemDoubleClicked, this, [onEdit] { onEdit(); });

@@ -11,15 +11,40 @@
 
 #include "world/slot_list.h"
 
+class QHBoxLayout;
 class QListWidget;
 class QPushButton;
+class QWidget;
 
 namespace marl {
+
+// The commands of a list dialog, with the names its scripts find them by
+// and their access keys.
+struct EntryCommands {
+    // Made on `dialog`.  Done is the default button: Enter in a field closes
+    // as Done does, which says so while what is typed is not stored yet.
+    static EntryCommands make(QWidget* dialog);
+
+    // Along the bottom: the list's commands from the left, Cancel and Done
+    // at the right.
+    QHBoxLayout* row() const;
+    // The commands in the order Tab takes them, after the dialog's fields.
+    QList<QWidget*> tabOrder() const;
+
+    QPushButton* add = nullptr;
+    QPushButton* update = nullptr;
+    QPushButton* edit = nullptr;
+    QPushButton* remove = nullptr;
+    QPushButton* removeAll = nullptr;
+    QPushButton* clearAll = nullptr;
+    QPushButton* cancel = nullptr;
+    QPushButton* done = nullptr;
+};
 
 class EntryList : public QObject {
 public:
     // Owned by `list`, so it lives as long as the list does.
-    EntryList(QListWidget* list, QPushButton* edit, QPushButton* remove,
+    EntryList(QListWidget* list, const EntryCommands& commands,
               const std::function<void()>& onEdit);
 
     // The one line selected, or -1.
