@@ -8,13 +8,13 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "widgets/entry_list.h"
 #include "widgets/prompts.h"
 #include "widgets/qt_text.h"
 #include "widgets/qt_widgets.h"
 
 namespace marl {
 
-using ui::button;
 using ui::charWidth;
 using ui::frame;
 
@@ -56,20 +56,11 @@ void ExtraDescsDialog::buildLayout() {
     auto* descLayout = new QVBoxLayout(descFrame);
     descLayout->addWidget(textDesc_);
 
-    buttonAdd_ = button(this, "buttonAdd", "Add", 'a');
-    buttonUpdate_ = button(this, "buttonUpdate", "Update", 'u');
-    buttonEdit_ = button(this, "buttonEdit", "Edit", 'e');
-    buttonRemove_ = button(this, "buttonRemove", "Remove", 'r');
-    buttonRemoveAll_ = button(this, "buttonRemoveAll", "Remove All", 'm');
-    buttonClearAll_ = button(this, "buttonClearAll", "Clear All", 'l');
-    buttonDone_ = button(this, "buttonDone", "Done", 'd');
-    buttonCancel_ = button(this, "buttonCancel", "Cancel", 'c');
+    // Enter in the keywords closes as Done does.
+    buttons_ = EntryCommands::make(this);
     for (QPushButton* push :
-         {buttonAdd_, buttonUpdate_, buttonEdit_, buttonRemove_, buttonRemoveAll_})
+         {buttons_.add, buttons_.update, buttons_.edit, buttons_.remove, buttons_.removeAll})
         push->setEnabled(false);
-    // Enter in the keywords closes as Done does, which says so when text
-    // typed there is not stored yet.
-    buttonDone_->setDefault(true);
 
     auto* fields = new QVBoxLayout;
     fields->addWidget(keywordsFrame);
@@ -80,12 +71,9 @@ void ExtraDescsDialog::buildLayout() {
 
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(body, 1);
-    layout->addLayout(ui::commandRow(
-        {buttonAdd_, buttonUpdate_, buttonEdit_, buttonRemove_, buttonRemoveAll_, buttonClearAll_},
-        {buttonCancel_, buttonDone_}));
+    layout->addLayout(buttons_.row());
 
-    ui::tabChain({textKeywords_, textDesc_, listExtraDescs_, buttonAdd_, buttonUpdate_, buttonEdit_,
-                  buttonRemove_, buttonRemoveAll_, buttonClearAll_, buttonCancel_, buttonDone_});
+    ui::tabChain(QList<QWidget*>{textKeywords_, textDesc_, listExtraDescs_} + buttons_.tabOrder());
 }
 
 void ExtraDescsDialog::connectHandlers() {
@@ -93,39 +81,29 @@ void ExtraDescsDialog::connectHandlers() {
             [this](const QString& text) { onFieldChanged(text.isEmpty()); });
     connect(textDesc_, &QPlainTextEdit::textChanged, this,
             [this] { onFieldChanged(textDesc_->document()->isEmpty()); });
-    connect(listExtraDescs_, &QListWidget::itemSelectionChanged, this,
-            &ExtraDescsDialog::onListClicked);
-    connect(listExtraDescs_, &QListWidget::itemClicked, this, &ExtraDescsDialog::onListClicked);
-    connect(listExtraDescs_, &QListWidget::itemDoubleClicked, this, &ExtraDescsDialog::onEdit);
-    ui::editOnEnter(listExtraDescs_, [this] { onEdit(); });
-    connect(buttonAdd_, &QPushButton::clicked, this, &ExtraDescsDialog::onAdd);
-    connect(buttonUpdate_, &QPushButton::clicked, this, &ExtraDescsDialog::onUpdate);
-    connect(buttonEdit_, &QPushButton::clicked, this, &ExtraDescsDialog::onEdit);
-    connect(buttonRemove_, &QPushButton::clicked, this, &ExtraDescsDialog::onRemove);
-    connect(buttonRemoveAll_, &QPushButton::clicked, this, &ExtraDescsDialog::onRemoveAll);
-    connect(buttonClearAll_, &QPushButton::clicked, this, [this] { onClearAll(textKeywords_); });
-    connect(buttonDone_, &QPushButton::clicked, this, &ExtraDescsDialog::onDone);
-    connect(buttonCancel_, &QPushButton::clicked, this, &ExtraDescsDialog::onCancel);
+    entries_ = new EntryList(listExtraDescs_, buttons_, [this] { onEdit(); });
+    connect(buttons_.add, &QPushButton::clicked, this, &ExtraDescsDialog::onAdd);
+    connect(buttons_.update, &QPushButton::clicked, this, &ExtraDescsDialog::onUpdate);
+    connect(buttons_.edit, &QPushButton::clicked, this, &ExtraDescsDialog::onEdit);
+    connect(buttons_.remove, &QPushButton::clicked, this, &ExtraDescsDialog::onRemove);
+    connect(buttons_.removeAll, &QPushButton::clicked, this, &ExtraDescsDialog::onRemoveAll);
+    connect(buttons_.clearAll, &QPushButton::clicked, this, [this] { onClearAll(textKeywords_); });
+    connect(buttons_.done, &QPushButton::clicked, this, &ExtraDescsDialog::onDone);
+    connect(buttons_.cancel, &QPushButton::clicked, this, &ExtraDescsDialog::onCancel);
 }
 
 void ExtraDescsDialog::SetupForm(int recordIndex) {
     recordIndex_ = recordIndex;
     const ExtraDescList& list = pairs();
     count_ = extraDescCount(list);
-    listing_ = true;
-    listExtraDescs_->clear();
+    QStringList lines;
     for (int slot = 0; slot < count_; ++slot)
-        listExtraDescs_->addItem(fromBytes(list[static_cast<std::size_t>(slot)].Keywords));
-    listing_ = false;
+        lines.append(fromBytes(list[static_cast<std::size_t>(slot)].Keywords));
+    entries_->fill(lines);
     if (listExtraDescs_->count() > 0)
-        buttonRemoveAll_->setEnabled(true);
+        buttons_.removeAll->setEnabled(true);
     setWindowTitle(QStringLiteral("Extra Descriptions [0/%1]").arg(kMaxExtraDescs));
     changed_ = false;
-}
-
-int ExtraDescsDialog::selectedLine() const {
-    const QList<QListWidgetItem*> selected = listExtraDescs_->selectedItems();
-    return selected.size() == 1 ? listExtraDescs_->row(selected.first()) : -1;
 }
 
 void ExtraDescsDialog::setPair(int slot, ExtraDesc pair) {
@@ -139,20 +117,12 @@ void ExtraDescsDialog::setPair(int slot, ExtraDesc pair) {
 void ExtraDescsDialog::onFieldChanged(bool fieldEmpty) {
     changed_ = true;
     const bool storable = !fieldEmpty && !textKeywords_->text().isEmpty();
-    buttonAdd_->setEnabled(storable && !editing_ && count_ < kMaxExtraDescs);
-    buttonUpdate_->setEnabled(storable && editing_);
-}
-
-void ExtraDescsDialog::onListClicked() {
-    if (listing_)
-        return;
-    const bool one = selectedLine() >= 0;
-    buttonEdit_->setEnabled(one);
-    buttonRemove_->setEnabled(one);
+    buttons_.add->setEnabled(storable && !editing_ && count_ < kMaxExtraDescs);
+    buttons_.update->setEnabled(storable && editing_);
 }
 
 void ExtraDescsDialog::onEdit() {
-    const int line = selectedLine();
+    const int line = entries_->selectedLine();
     if (line < 0)
         return;
     const ExtraDesc& pair = pairs()[static_cast<std::size_t>(line)];
@@ -160,18 +130,18 @@ void ExtraDescsDialog::onEdit() {
     textDesc_->setPlainText(toWidgetText(pair.Desc));
     setWindowTitle(QStringLiteral("Extra Descriptions [%1/%2]").arg(line).arg(kMaxExtraDescs));
     editing_ = true;
-    buttonAdd_->setEnabled(false);
-    buttonUpdate_->setEnabled(true);
+    buttons_.add->setEnabled(false);
+    buttons_.update->setEnabled(true);
     changed_ = false;
 }
 
 void ExtraDescsDialog::onAdd() {
     if (textKeywords_->text().isEmpty() || count_ >= kMaxExtraDescs)
         return;
-    buttonAdd_->setEnabled(false);
-    buttonEdit_->setEnabled(false);
-    buttonRemove_->setEnabled(false);
-    buttonRemoveAll_->setEnabled(true);
+    buttons_.add->setEnabled(false);
+    buttons_.edit->setEnabled(false);
+    buttons_.remove->setEnabled(false);
+    buttons_.removeAll->setEnabled(true);
     setPair(count_, {toBytes(textKeywords_->text()), fromWidgetText(textDesc_->toPlainText())});
     listExtraDescs_->addItem(textKeywords_->text());
     ClearAll();
@@ -181,7 +151,7 @@ void ExtraDescsDialog::onAdd() {
 }
 
 void ExtraDescsDialog::onUpdate() {
-    const int line = selectedLine();
+    const int line = entries_->selectedLine();
     if (line < 0 || textKeywords_->text().isEmpty())
         return; // no pair chosen: nothing is stored
     setPair(line, {toBytes(textKeywords_->text()), fromWidgetText(textDesc_->toPlainText())});
@@ -192,36 +162,21 @@ void ExtraDescsDialog::onUpdate() {
 }
 
 void ExtraDescsDialog::onRemove() {
-    const int line = selectedLine();
+    const int line = entries_->selectedLine();
     if (line < 0)
         return;
-    ExtraDescList& list = pairs();
-    // Later pairs move up one slot; the empty slot after the list closes
-    // the gap.
-    for (int slot = line; slot < count_; ++slot) {
-        const std::size_t next = static_cast<std::size_t>(slot) + 1;
-        list[static_cast<std::size_t>(slot)] = next < list.size() ? list[next] : ExtraDesc{};
-    }
-    setPair(count_, {});
-    listing_ = true;
-    delete listExtraDescs_->takeItem(line);
-    listExtraDescs_->clearSelection();
-    listing_ = false;
+    removeEntry(pairs(), line);
+    --count_;
+    entries_->removeLine(line);
     ClearAll();
     changed_ = false;
-    pairs().setCount(static_cast<std::size_t>(--count_));
     tellOwnerStored();
 }
 
 void ExtraDescsDialog::onRemoveAll() {
-    listing_ = true;
-    for (int line = count_ - 1; line >= 0; --line) {
-        delete listExtraDescs_->takeItem(line);
-        setPair(line, {});
-        --count_;
-    }
-    pairs().setCount(0);
-    listing_ = false;
+    pairs().clear();
+    count_ = 0;
+    entries_->removeAll();
     ClearAll();
     changed_ = false;
     tellOwnerStored();
@@ -231,12 +186,12 @@ void ExtraDescsDialog::onRemoveAll() {
 // a new pair, so Add comes back with the keywords.
 void ExtraDescsDialog::ClearAll() {
     editing_ = false;
-    buttonAdd_->setEnabled(false);
-    buttonUpdate_->setEnabled(false);
-    buttonEdit_->setEnabled(false);
-    buttonRemove_->setEnabled(false);
+    buttons_.add->setEnabled(false);
+    buttons_.update->setEnabled(false);
+    buttons_.edit->setEnabled(false);
+    buttons_.remove->setEnabled(false);
     if (listExtraDescs_->count() == 0)
-        buttonRemoveAll_->setEnabled(false);
+        buttons_.removeAll->setEnabled(false);
     textKeywords_->clear();
     textDesc_->clear();
 }

@@ -8,11 +8,11 @@
 #include <functional>
 
 #include "editor/owned_dialog.h"
+#include "widgets/entry_list.h"
 #include "world/record_table.h"
 
 class QListWidget;
 class QLineEdit;
-class QPushButton;
 
 namespace marl {
 
@@ -45,10 +45,8 @@ private:
     void buildLayout();
     void connectHandlers();
     ExtraDescList& pairs() const { return variant_.pairs(recordIndex_); }
-    int selectedLine() const;
     void setPair(int slot, ExtraDesc pair);
     void onFieldChanged(bool fieldEmpty);
-    void onListClicked();
     void onEdit();
     void onAdd();
     void onUpdate();
@@ -58,21 +56,14 @@ private:
 
     ExtraDescsVariant variant_;
     bool editing_ = false;
-    bool listing_ = false;
     int recordIndex_ = 0;
     int count_ = 0;
 
     QListWidget* listExtraDescs_ = nullptr;
+    EntryList* entries_ = nullptr;
     QLineEdit* textKeywords_ = nullptr;
     TildeTextEdit* textDesc_ = nullptr;
-    QPushButton* buttonAdd_ = nullptr;
-    QPushButton* buttonUpdate_ = nullptr;
-    QPushButton* buttonEdit_ = nullptr;
-    QPushButton* buttonRemove_ = nullptr;
-    QPushButton* buttonRemoveAll_ = nullptr;
-    QPushButton* buttonClearAll_ = nullptr;
-    QPushButton* buttonDone_ = nullptr;
-    QPushButton* buttonCancel_ = nullptr;
+    EntryCommands buttons_;
 };
 
 } // namespace marl

@@ -7,9 +7,9 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QShortcut>
-#include <QStyledItemDelegate>
 #include <algorithm>
 
+#include "widgets/column_delegate.h"
 #include "widgets/prompts.h"
 #include "widgets/qt_text.h"
 #include "widgets/qt_widgets.h"
@@ -19,27 +19,8 @@ namespace marl {
 
 namespace {
 
-// A list line is "VNum<tab>name".  The list draws it with the name at a
-// fixed column rather than at the next 80-pixel tab stop: the font is
-// fixed-pitch, so padding lines the names up and saves the width of a stop.
-QString shownLine(const QString& line) {
-    constexpr int nameColumn = 7;
-    const qsizetype tab = line.indexOf(QLatin1Char('\t'));
-    if (tab < 0)
-        return line;
-    return line.left(tab).leftJustified(nameColumn - 1) + QLatin1Char(' ') + line.mid(tab + 1);
-}
-
-class ListLineDelegate : public QStyledItemDelegate {
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-        QStyledItemDelegate::initStyleOption(option, index);
-        option->text = shownLine(option->text);
-    }
-};
+// A list line is "VNum<tab>name": the names are drawn at this column.
+constexpr int kNameColumn = 7;
 
 std::filesystem::path toPath(const QString& path) {
 #ifdef _WIN32
@@ -65,7 +46,7 @@ EditorWindow::EditorWindow(EditorHost& host, std::unique_ptr<ZoneDocument> docum
     listSelect_->setObjectName(QStringLiteral("list%1Select").arg(noun));
     listSelect_->setFont(fixedFont());
     listSelect_->setSelectionMode(QAbstractItemView::SingleSelection);
-    listSelect_->setItemDelegate(new ListLineDelegate(listSelect_));
+    listSelect_->setItemDelegate(new ColumnDelegate(kNameColumn, listSelect_));
     listMinimumWidth_ = ui::widthForColumns(listSelect_, 30);
     listSelect_->setMinimumWidth(listMinimumWidth_);
     buttonNew_ = ui::button(this, "buttonNew", "New", 'n');
@@ -174,8 +155,8 @@ void EditorWindow::fitListToNames() {
     const QFontMetrics metrics(listSelect_->font());
     int widest = 0;
     for (int line = 0; line < listSelect_->count(); ++line)
-        widest =
-            std::max(widest, metrics.horizontalAdvance(shownLine(listSelect_->item(line)->text())));
+        widest = std::max(widest, metrics.horizontalAdvance(
+                                      columnLine(listSelect_->item(line)->text(), kNameColumn)));
     // The item's own margins, the scroll bar and the frame.
     const int wanted = widest + 3 * metrics.horizontalAdvance(QLatin1Char('0')) +
                        listSelect_->verticalScrollBar()->sizeHint().width() +

@@ -1,13 +1,21 @@
 #pragma once
 // formObjectAffects: the affects of one object, the (location, modifier)
 // pairs of its `A` blocks; every Add, Update, Remove and Remove All goes
-// into the object table at once.
+// into the object table at once and tells the editor its object changed.
+// Done and Cancel only guard what is picked or typed and not yet added or
+// updated.
 
 #include "editor/owned_dialog.h"
+#include "widgets/entry_list.h"
+
+class QListWidget;
 
 namespace marl {
 
+class NumericField;
+class OptionGroup;
 class Prompts;
+struct ObjectAffect;
 
 class FormObjectAffects : public OwnedDialog {
     Q_OBJECT
@@ -17,6 +25,42 @@ public:
     // Lists the affects of the object in `slot`.
     void SetupForm(int slot);
     void ClearAll() override;
+
+    // The fields show an affect of the list (after Edit): Update applies.
+    bool editing() const { return editing_; }
+    // The affects listed: every one the object holds.
+    int count() const { return count_; }
+
+private:
+    void buildLayout();
+    void connectHandlers();
+    // What the fields hold as an affect, when it may be stored: a location
+    // other than "None" and a modifier that reads as a number.
+    bool entryReady() const;
+    ObjectAffect entry() const;
+    void refreshStoreButtons();
+    void onLocationPicked(int number);
+    void onValueChanged();
+    void onEdit();
+    void onAdd();
+    void onUpdate();
+    void onRemove();
+    void onRemoveAll();
+    void onDone();
+
+    int recordIndex_ = 0;
+    int count_ = 0;
+    bool editing_ = false;
+
+    OptionGroup* locations_ = nullptr;
+    NumericField* textValue_ = nullptr;
+    QListWidget* listObjectAffects_ = nullptr;
+    EntryList* entries_ = nullptr;
+    EntryCommands buttons_;
 };
+
+// The line the affects list shows for an affect: its location's caption (or
+// its number, when no option stands for it), a tab and the modifier.
+QString affectLine(const ObjectAffect& affect);
 
 } // namespace marl
