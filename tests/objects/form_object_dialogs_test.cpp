@@ -102,7 +102,10 @@ void FormObjectDialogsTest::slotRules_data() {
         // has no values.
         {"values",
          {"optionPotion:click", "buttonValues:click", ">formObjectValues",
-          "textScrollPotionLevel:erase", "textScrollPotionLevel:type:7", "buttonDone:click"}}};
+          "textScrollPotionLevel:erase", "textScrollPotionLevel:type:7", "buttonDone:click"}},
+        {"affects",
+         {"buttonObjectAffects:click", ">formObjectAffects", "optionDex:click",
+          "textValue:type:3", "buttonAdd:click", "buttonDone:click"}}};
     const QList<std::tuple<QString, QStringList, int>> situations{
         {"after Save",
          {"listObjectSelect:dclick:2", "textCost:type:2", "yes", "buttonSave:click"},
