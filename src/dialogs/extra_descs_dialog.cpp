@@ -18,8 +18,7 @@ namespace marl {
 using ui::charWidth;
 using ui::frame;
 
-ExtraDescsDialog::ExtraDescsDialog(ExtraDescsVariant variant, DialogOwner& owner,
-                                   Prompts& prompts)
+ExtraDescsDialog::ExtraDescsDialog(ExtraDescsVariant variant, DialogOwner& owner, Prompts& prompts)
     : OwnedDialog(owner, prompts, DialogQuestions::notSaved(QStringLiteral("Desc"))),
       variant_(std::move(variant)) {
     setObjectName(variant_.formName);

@@ -2,11 +2,13 @@
 
 #include <QCloseEvent>
 #include <QFile>
+#include <QHBoxLayout>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QVBoxLayout>
 #include <algorithm>
 
 #include "widgets/column_delegate.h"
@@ -187,8 +189,7 @@ void EditorWindow::ClearAll() {
     textVNum_->clear();
 }
 
-bool EditorWindow::fieldsFilled(std::span<const FieldDef> defs,
-                                std::span<QLineEdit* const> edits) {
+bool EditorWindow::fieldsFilled(std::span<const FieldDef> defs, std::span<QLineEdit* const> edits) {
     for (std::size_t row = 0; row < defs.size(); ++row)
         if (!defs[row].mayBeEmpty && edits[row]->text().isEmpty())
             return false;
@@ -400,6 +401,18 @@ void EditorWindow::closeEvent(QCloseEvent* event) {
     document_.close();
     event->accept();
     host_.editorClosed();
+}
+
+void EditorWindow::placeLayout(QLayout* left, QLayout* right,
+                               std::initializer_list<QPushButton*> extra) {
+    auto* body = new QHBoxLayout;
+    body->addLayout(left, 1);
+    body->addLayout(right, 2);
+    QList<QPushButton*> commands{buttonNew_, buttonSave_, buttonEdit_, buttonDelete_};
+    commands << QList<QPushButton*>(extra) << buttonClearAll_;
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(body, 1);
+    layout->addLayout(ui::commandRow(commands, {buttonCancel_, buttonDone_}));
 }
 
 void EditorWindow::showDialog(QWidget* dialog) {

@@ -11,17 +11,19 @@
 #include <QPointer>
 #include <QWidget>
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
 #include <span>
 
 #include "editor/dialog_owner.h"
 #include "editor/dialog_waiter.h"
-#include "editor/zone_document.h"
 #include "editor/editor_host.h"
+#include "editor/zone_document.h"
 #include "world/form_text.h"
 #include "world/numeric_rule.h"
 
 class QLineEdit;
+class QLayout;
 class QListWidget;
 class QPushButton;
 
@@ -77,6 +79,10 @@ protected:
     // number that does not read as one, told to the builder by its caption.
     static bool fieldsFilled(std::span<const FieldDef> defs, std::span<QLineEdit* const> edits);
     bool checkFieldTable(std::span<const FieldDef> defs, std::span<QLineEdit* const> edits);
+    // The window's layout: the list's side at the left, the record's at the
+    // right with twice its share of the width, and the commands along the
+    // bottom, the kind's own (`extra`) after Delete.
+    void placeLayout(QLayout* left, QLayout* right, std::initializer_list<QPushButton*> extra = {});
     // Opens a dialog on the shown record and waits for it, disabled.
     void showDialog(QWidget* dialog);
     // The file name in messages ("30.wld").

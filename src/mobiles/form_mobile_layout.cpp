@@ -141,10 +141,7 @@ void FormMobile::buildLayout() {
     buttonAffectBitV_ = button(this, "buttonAffectBitV", "Affection Bitvector", 'f');
     buttonESpecs_ = button(this, "buttonESpecs", "ESpecs", 'p');
     buttonDDesc_ = button(this, "buttonDDesc", "Detailed Desc", 'i');
-    auto* dialogs = new QHBoxLayout;
-    for (QPushButton* push : {buttonActionBitV_, buttonAffectBitV_, buttonESpecs_, buttonDDesc_})
-        dialogs->addWidget(push);
-    dialogs->addStretch();
+    auto* dialogs = commandRow({buttonActionBitV_, buttonAffectBitV_, buttonESpecs_, buttonDDesc_});
 
     auto* right = new QVBoxLayout;
     for (const char* control : {"textAlias", "textSDesc", "textLDesc"})
@@ -155,15 +152,7 @@ void FormMobile::buildLayout() {
     right->addLayout(dialogs);
     right->addStretch();
 
-    auto* body = new QHBoxLayout;
-    body->addLayout(left, 1);
-    body->addLayout(right, 2);
-
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(body, 1);
-    layout->addLayout(
-        commandRow({buttonNew_, buttonSave_, buttonEdit_, buttonDelete_, buttonClearAll_},
-                   {buttonCancel_, buttonDone_}));
+    placeLayout(left, right);
     setTabOrderChain();
 }
 

@@ -30,9 +30,9 @@ FormObjectContainerState::FormObjectContainerState(DialogOwner& owner, Prompts& 
     auto* boxLayout = new QVBoxLayout(box);
     for (std::size_t i = 0; i < boxes_.size(); ++i) {
         const ChoiceDef& flag = kContainerStateFlags[i];
-        boxes_[i] = named(new AccessCheckBox(QString::fromLatin1(flag.caption),
-                                             QLatin1Char(kBoxKeys[i]), box),
-                          flag.control);
+        boxes_[i] = named(
+            new AccessCheckBox(QString::fromLatin1(flag.caption), QLatin1Char(kBoxKeys[i]), box),
+            flag.control);
         boxLayout->addWidget(boxes_[i]);
         connect(boxes_[i], &QCheckBox::toggled, this, [this] { changed_ = true; });
     }
@@ -53,8 +53,7 @@ FormObjectContainerState::FormObjectContainerState(DialogOwner& owner, Prompts& 
 
     connect(buttonDone_, &QPushButton::clicked, this, &FormObjectContainerState::onDone);
     connect(buttonCancel_, &QPushButton::clicked, this, &FormObjectContainerState::onCancel);
-    connect(buttonClearAll_, &QPushButton::clicked, this,
-            [this] { onClearAll(boxes_.front()); });
+    connect(buttonClearAll_, &QPushButton::clicked, this, [this] { onClearAll(boxes_.front()); });
 }
 
 void FormObjectContainerState::SetupForm(int state) {

@@ -73,9 +73,8 @@ void FormObject::buildLayout() {
             edit->setMinimumWidth(widthForColumns(edit, 40));
         }
         if (def.kind == FieldKind::Number)
-            edit->setFixedWidth(
-                widthForColumns(edit, def.rule.maxLength > 0 ? def.rule.maxLength + 2
-                                                             : kNumberColumns));
+            edit->setFixedWidth(widthForColumns(
+                edit, def.rule.maxLength > 0 ? def.rule.maxLength + 2 : kNumberColumns));
         fields_[row] = edit;
         frames[row] = frame(this, def.frame, QString::fromLatin1(def.caption));
         edit->setParent(frames[row]);
@@ -116,17 +115,13 @@ void FormObject::buildLayout() {
     auto* flags = new QHBoxLayout;
     flags->addWidget(
         flagFrame(this, kEffectFrameControl, kEffectFrame, effects_, buttonClearEBits_), 3);
-    flags->addWidget(flagFrame(this, kWearFrameControl, kWearFrame, wears_, buttonClearWBits_),
-                     2);
+    flags->addWidget(flagFrame(this, kWearFrameControl, kWearFrame, wears_, buttonClearWBits_), 2);
 
     buttonValues_ = button(this, "buttonValues", "Object Values", 'v');
     buttonObjectAffects_ = button(this, "buttonObjectAffects", "Object Affects", 'f');
     buttonEDescs_ = button(this, "buttonEDescs", "Extra Descriptions", 'x');
     buttonADesc_ = button(this, "buttonADesc", "Action Description", 'a');
-    auto* dialogs = new QHBoxLayout;
-    for (QPushButton* push : {buttonValues_, buttonObjectAffects_, buttonEDescs_, buttonADesc_})
-        dialogs->addWidget(push);
-    dialogs->addStretch();
+    auto* dialogs = commandRow({buttonValues_, buttonObjectAffects_, buttonEDescs_, buttonADesc_});
 
     auto* right = new QVBoxLayout;
     for (const char* control : {"textAlias", "textSDesc", "textLDesc"})
@@ -137,15 +132,7 @@ void FormObject::buildLayout() {
     right->addLayout(dialogs);
     right->addStretch();
 
-    auto* body = new QHBoxLayout;
-    body->addLayout(left, 1);
-    body->addLayout(right, 2);
-
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(body, 1);
-    layout->addLayout(
-        commandRow({buttonNew_, buttonSave_, buttonEdit_, buttonDelete_, buttonClearAll_},
-                   {buttonCancel_, buttonDone_}));
+    placeLayout(left, right);
     setTabOrderChain();
 }
 

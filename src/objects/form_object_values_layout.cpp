@@ -122,8 +122,9 @@ void FormObjectValues::buildGroup(std::size_t index) {
         case ValueKind::Stored0:
             break;
         case ValueKind::Poisoned: {
-            auto* box = named(new AccessCheckBox(caption, QLatin1Char(keyOf(value.control)), group.frame),
-                              value.control);
+            auto* box =
+                named(new AccessCheckBox(caption, QLatin1Char(keyOf(value.control)), group.frame),
+                      value.control);
             rows->addWidget(box, row++, 0, 1, 3);
             group.boxes[v] = box;
             connect(box, &QCheckBox::toggled, this, [this] { changed_ = true; });
@@ -147,10 +148,10 @@ void FormObjectValues::buildGroup(std::size_t index) {
             group.fields[v] = field;
             connect(field, &QLineEdit::textChanged, this, [this] { changed_ = true; });
             if (&def == findValueGroup(kLightType) && int(v) == kEternalValue) {
-                checkEternal_ = named(new AccessCheckBox(QString::fromLatin1(kEternalCaption),
-                                                         QLatin1Char(keyOf(kEternalCheck)),
-                                                         group.frame),
-                                      kEternalCheck);
+                checkEternal_ =
+                    named(new AccessCheckBox(QString::fromLatin1(kEternalCaption),
+                                             QLatin1Char(keyOf(kEternalCheck)), group.frame),
+                          kEternalCheck);
                 rows->addWidget(checkEternal_, row++, 0, 1, 3);
                 textLightDuration_ = field;
                 connect(checkEternal_, &QCheckBox::toggled, this, &FormObjectValues::onEternal);

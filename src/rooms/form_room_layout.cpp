@@ -119,17 +119,8 @@ void FormRoom::buildLayout() {
     right->addWidget(descFrame, 1);
     right->addLayout(settings);
 
-    auto* body = new QHBoxLayout;
-    body->addLayout(left, 1);
-    body->addLayout(right, 2);
-
-    // Commands along the bottom; leaving the window sits at the right.
     buttonExtraDescs_ = button(this, "buttonExtraDescs", "Extra Descriptions", 'x');
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(body, 1);
-    layout->addLayout(commandRow(
-        {buttonNew_, buttonSave_, buttonEdit_, buttonDelete_, buttonExtraDescs_, buttonClearAll_},
-        {buttonCancel_, buttonDone_}));
+    placeLayout(left, right, {buttonExtraDescs_});
 
     setTabOrderChain();
 }

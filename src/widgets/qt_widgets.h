@@ -31,8 +31,8 @@ inline QPushButton* button(QWidget* parent, const char* name, const char* captio
 
 // The commands along the bottom of a window: `left` from the left edge, and
 // `right` (those that leave the window) at the right edge.
-inline QHBoxLayout* commandRow(std::initializer_list<QPushButton*> left,
-                               std::initializer_list<QPushButton*> right) {
+inline QHBoxLayout* commandRow(const QList<QPushButton*>& left,
+                               const QList<QPushButton*>& right = {}) {
     auto* row = new QHBoxLayout;
     for (QPushButton* push : left)
         row->addWidget(push);

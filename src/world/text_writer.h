@@ -74,8 +74,6 @@ private:
     std::string out_;
     std::string_view eol_;
     std::string_view tildeEol_; // `~` and the line end
-
 };
-
 
 } // namespace marl
