@@ -27,8 +27,13 @@ OwnedDialog::OwnedDialog(DialogOwner& owner, Prompts& prompts, DialogQuestions q
 }
 
 bool OwnedDialog::mayCancel() {
-    return !changed_ || prompts_.ask(twoLines(notSavedLine(), QStringLiteral("Cancel Anyway?")),
-                                     notSavedTitle());
+    if (!changed_)
+        return true;
+    if (!prompts_.ask(twoLines(notSavedLine(), QStringLiteral("Cancel Anyway?")),
+                      notSavedTitle()))
+        return false;
+    changesDropped();
+    return true;
 }
 
 void OwnedDialog::onCancel() {

@@ -50,6 +50,8 @@ protected:
     void onClearAll(QWidget* focus);
     // Hands the stored result to the owner (while it is still there).
     void tellOwnerStored();
+    // The builder agreed to leave without storing the dialog's changes.
+    virtual void changesDropped() {}
     const QString& notSavedLine() const { return questions_.changesLine; }
     const QString& notSavedTitle() const { return questions_.title; }
 

@@ -37,6 +37,9 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    // Values left unstored still mark the object changed: the builder has
+    // been at them, and Save is the way to be sure the file holds them.
+    void changesDropped() override { tellOwnerStored(); }
 
 private:
     // The controls of one group, by the index of the value they show.

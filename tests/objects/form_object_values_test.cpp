@@ -149,7 +149,8 @@ void FormObjectValuesTest::script_data() {
         row(out + " changed, No", 20, "500 0 0 0",
             {"textMoneyAmount:type:1", "no", out, ask + "x, owner=off, textMoneyAmount=1"});
         row(out + " changed, Yes", 20, "500 0 0 0",
-            {"textMoneyAmount:type:1", "yes", out, ask + "-, owner=on, values=500 0 0 0"});
+            {"textMoneyAmount:type:1", "yes", out,
+             ask + "-, owner=on, values=500 0 0 0, calls=1"});
     }
 
     // The spell list.
