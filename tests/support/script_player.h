@@ -15,6 +15,7 @@
 #include <QtTest>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 
 #include "test_support.h"
@@ -121,6 +122,22 @@ template <typename Form> struct KindSession {
             {"dialog", [&] { return openDialog(); }}};
         const auto it = values.find(name);
         return it == values.end() ? std::nullopt : std::optional<QString>(it->second());
+    }
+    // A kind's "table", "file" and "slotN": its table, its file read back
+    // and slot N, as `describe` writes records ("; " between them).
+    template <typename Table>
+    std::optional<QString> recordProbe(const QString& name, const Table& table,
+                                       int (*read)(std::string_view, Table&),
+                                       QString (*describe)(const Table&, int)) const {
+        if (name == "table")
+            return describe(table, editor->recordCount());
+        if (name == "file") {
+            auto file = std::make_unique<Table>();
+            return describe(*file, read(bytes(), *file));
+        }
+        if (name.startsWith("slot"))
+            return describe(table, name.mid(4).toInt() + 1).section("; ", -1);
+        return std::nullopt;
     }
     bool play(const QStringList& steps) {
         return test::play(editor, host.script, steps,
