@@ -73,6 +73,11 @@ QString shows(const QWidget* window, const QString& expected, const Probe& probe
 // failed, at the first difference, a missing control or an unscripted message.
 bool play(QWidget* window, ScriptedPrompts& script, const QStringList& steps,
           const Probe& probe = {});
+// Plays a script in which ">formName" moves on into the window of that name
+// and ">" back to `home`; once the window stepped into has closed, the steps
+// go to `home` again.
+bool playAcross(QWidget* home, ScriptedPrompts& script, const QStringList& steps,
+                const Probe& probe = {});
 #define MARL_PLAY(...)                                                                             \
     do {                                                                                           \
         if (!(__VA_ARGS__))                                                                        \
@@ -156,24 +161,10 @@ template <typename Form> struct KindSession {
         return QStringLiteral("-");
     }
 
-    // Plays a script in which ">formName" moves on into the dialog of that
-    // name (a window of its own) and ">" back to the editor; once the dialog
-    // has closed, the steps go to the editor again.
+    // Plays a script that may step into the editor's dialogs (see playAcross).
     bool playAll(const QStringList& steps) {
-        QPointer<QWidget> window = editor.data();
-        for (const QString& step : steps) {
-            if (step.startsWith('>')) {
-                window = step.size() > 1 ? topLevel(step.mid(1)) : editor.data();
-                if (!QTest::qVerify(window != nullptr, qPrintable(step), "no such window", __FILE__,
-                                    __LINE__))
-                    return false;
-                continue;
-            }
-            if (!test::play(window ? window.data() : editor.data(), host.script, {step},
-                            [this](const QString& name) { return probe(name); }))
-                return false;
-        }
-        return true;
+        return playAcross(editor, host.script, steps,
+                          [this](const QString& name) { return probe(name); });
     }
 };
 
