@@ -127,8 +127,6 @@ private slots:
         QTest::addColumn<QString>("message"); // empty: none
         QTest::addColumn<bool>("recent");     // the choice heads the Room list
         QTest::newRow("30.wld") << "menuRoomOpen" << "30.wld" << "open 30" << "" << true;
-        QTest::newRow("7.old.wld") << "menuRoomOpen" << "7.old.wld" << "open 7" << "" << true;
-        QTest::newRow("030.wld") << "menuRoomOpen" << "030.wld" << "open 30" << "" << true;
         QTest::newRow("New 31.wld") << "menuRoomNew" << "31.wld" << "new 31" << "" << true;
         QTest::newRow("castle.wld") << "menuRoomOpen" << "castle.wld" << ""
                                     << "castle.wld cannot be opened: the name of a zone file "
