@@ -97,15 +97,7 @@ struct MobileSession : KindSession<FormMobile> {
     explicit MobileSession(const std::string& file, int zone = 95, const QString& folder = {})
         : KindSession<FormMobile>(file, zone, ".mob", folder) {
         more = [this](const QString& name) -> std::optional<QString> {
-            if (name == "table")
-                return mobilesOf(mobileTable(), editor->recordCount());
-            if (name == "file") {
-                MobileTable file;
-                return mobilesOf(file, readMobiles(bytes(), file));
-            }
-            if (name.startsWith("slot"))
-                return mobilesOf(mobileTable(), name.mid(4).toInt() + 1).section("; ", -1);
-            return std::nullopt;
+            return recordProbe(name, mobileTable(), readMobiles, mobilesOf);
         };
     }
     ~MobileSession() {

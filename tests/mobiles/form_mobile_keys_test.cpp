@@ -41,8 +41,6 @@ void FormMobileKeysTest::accessKeys_data() {
     QTest::newRow("formMobileDesc") << "buttonDDesc:click" << leave;
 }
 
-// Alt and the letter press the control wherever the focus is in its window;
-// a letter used twice in a window would only move the focus.
 void FormMobileKeysTest::accessKeys() {
     QFETCH(QString, opener);
     QFETCH(QStringList, keys);
@@ -50,37 +48,20 @@ void FormMobileKeysTest::accessKeys() {
         MobileSession s(smallMobiles());
         MARL_PLAY(
             s.playAll({"listMobileSelect:dclick:1", opener.isEmpty() ? "?textVNum" : opener}));
-        QPointer<QWidget> window =
-            opener.isEmpty() ? s.editor.data() : topLevel(QTest::currentDataTag());
-        QVERIFY(window);
-        // Clear All asks first; its answer is not what is tested.
-        s.host.script.answer({false});
-        checkAccessKey(window, key);
-        if (QTest::currentTestFailed())
+        if (!pressAccessKey(opener.isEmpty() ? s.editor.data() : topLevel(QTest::currentDataTag()),
+                            key, s.host.script))
             return;
-        for (const char* dialog :
-             {"formMobileAction", "formMobileAffect", "formMobileESpecs", "formMobileDesc"})
-            delete topLevel(dialog);
-        s.host.script.reset();
     }
 }
 
 // Tab from the VNum walks the texts, the numbers row by row, and the dice.
 void FormMobileKeysTest::tabOrder() {
     MobileSession s(smallMobiles());
-    s.editor->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(s.editor));
-    QWidget* vnum = find(s.editor, "textVNum");
-    vnum->setFocus();
-    QStringList walked;
-    for (int i = 0; i < 15; ++i) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        walked.append(QApplication::focusWidget()->objectName());
-    }
-    QCOMPARE(walked, QStringList({"textAlias", "textSDesc", "textLDesc", "textLevel", "textAlign",
-                                  "textGold", "textTHAC0", "textAC", "textXP", "textMHPNumD",
-                                  "textMHPSizeD", "textMHPPlus", "textBHDNumD", "textBHDSizeD",
-                                  "textBHDPlus"}));
+    QCOMPARE(tabWalk(s.editor, find(s.editor, "textVNum"), 15),
+             QStringList({"textAlias", "textSDesc", "textLDesc", "textLevel", "textAlign",
+                          "textGold", "textTHAC0", "textAC", "textXP", "textMHPNumD",
+                          "textMHPSizeD", "textMHPPlus", "textBHDNumD", "textBHDSizeD",
+                          "textBHDPlus"}));
 }
 
 QTEST_MAIN(FormMobileKeysTest)

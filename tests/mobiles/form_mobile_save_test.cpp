@@ -3,6 +3,7 @@
 // files.
 
 #include "form_mobile_fixture.h"
+#include "save_checks.h"
 
 using namespace marl;
 using namespace marl::test;
@@ -55,8 +56,6 @@ void FormMobileSaveTest::failedWritesKeepFileAndTable_data() {
                             << "Mobile Not Deleted" << QStringList{first, third}.join("; ");
 }
 
-// CI runs as root, where permission bits do not stop a write: the zone's
-// folder goes away instead and a plain file takes its name.
 void FormMobileSaveTest::failedWritesKeepFileAndTable() {
     QFETCH(QStringList, command);
     QFETCH(QString, title);
@@ -64,65 +63,18 @@ void FormMobileSaveTest::failedWritesKeepFileAndTable() {
     MobileSession s(smallMobiles(), 95, "zone");
     QVERIFY(s.opened);
     MARL_PLAY(s.playAll({"textLevel:erase", "textLevel:type:9"}));
-    const QString folder = s.host.folder.chopped(1);
-    QVERIFY(QDir(folder).removeRecursively());
-    writeBytes(folder, "not a folder");
-    const MobileTable before = mobileTable();
-    MARL_PLAY(s.playAll(
-        QStringList{"ok"} + command +
-        QStringList{
-            "?listMobileSelect=9500\tthe old ferryman/9501\ta grey heron/9502\tthe wiry cutpurse, "
-            "textLevel=9, buttonSave, changed=x, count=3"}));
-    const PromptRecord& told = s.host.script.records.last();
-    QVERIFY2(told.text.startsWith("95.mob could not be written:\r\n") && told.text.size() > 32,
-             qPrintable(told.text));
-    QCOMPARE(told.title, title);
-    QCOMPARE(readBytes(folder), std::string("not a folder"));
-    for (int slot = 0; slot < 4; ++slot)
-        QVERIFY(mobileTable()[slot] == before[slot]);
-
-    QVERIFY(QFile::remove(folder) && QDir().mkpath(folder));
-    MARL_PLAY(s.playAll(command + QStringList{"?file=" + after}));
+    checkFailedWrite(s, mobileTable(), command, title,
+                     "listMobileSelect=9500\tthe old ferryman/9501\ta grey heron/9502\tthe wiry cutpurse, "
+                     "textLevel=9, buttonSave, changed=x, count=3",
+                     after);
 }
 
 void FormMobileSaveTest::stockMobilesSurviveTheWindow_data() {
-    QTest::addColumn<QString>("path");
-    QTest::newRow("our example") << examplesDir() + "/95.mob";
-    const QStringList stock = corpusFiles(".mob");
-    if (stock.isEmpty())
-        QTest::newRow("stock files absent") << QString();
-    for (const QString& path : stock)
-        QTest::newRow(qPrintable(QFileInfo(path).fileName())) << path;
+    stockFileRows(".mob");
 }
 
-// Every mobile of the file is shown and saved from the window without an
-// edit; the file then reads back with the values it had.
 void FormMobileSaveTest::stockMobilesSurviveTheWindow() {
-    QFETCH(QString, path);
-    if (path.isEmpty())
-        QSKIP("the stock zone files are not here");
-    const std::string original = readBytes(path);
-    MobileTable before;
-    const int count = readMobiles(original, before);
-    const int zone = QFileInfo(path).baseName().toInt();
-    MobileSession s(original, zone);
-    QVERIFY(s.opened);
-    for (int slot = 0; slot < count; ++slot) {
-        s.editor->LoadMobile(slot);
-        s.editor->HasChanged();
-        // Each slot holding the VNum asks whether to overwrite it.
-        for (int other = 0; other < count; ++other)
-            if (before[other].VNum == before[slot].VNum)
-                s.host.script.answer({true});
-        MARL_PLAY(s.playAll({"buttonSave:click"}));
-        QVERIFY2(s.host.script.allAnswered(), qPrintable(QString::number(before[slot].VNum)));
-        MARL_VERIFY_PROMPTS(s.host.script);
-    }
-    MobileTable after;
-    QCOMPARE(readMobiles(s.bytes(), after), count);
-    for (int slot = 0; slot < count; ++slot)
-        QVERIFY2(values(after[slot]) == values(before[slot]),
-                 qPrintable(QString::number(before[slot].VNum)));
+    checkRecordsSurviveTheWindow<MobileSession>(readMobiles, values);
 }
 
 void FormMobileSaveTest::wholeSession_data() {

@@ -91,17 +91,9 @@ struct ObjectSession : KindSession<FormObject> {
     explicit ObjectSession(const std::string& file, int zone = 95, const QString& folder = {})
         : KindSession<FormObject>(file, zone, ".obj", folder) {
         more = [this](const QString& name) -> std::optional<QString> {
-            if (name == "table")
-                return objectsOf(objectTable(), editor->recordCount());
-            if (name == "file") {
-                ObjectTable file;
-                return objectsOf(file, readObjects(bytes(), file));
-            }
-            if (name.startsWith("slot"))
-                return objectsOf(objectTable(), name.mid(4).toInt() + 1).section("; ", -1);
             if (name == "type")
                 return QString::number(editor->CurrentType());
-            return std::nullopt;
+            return recordProbe(name, objectTable(), readObjects, objectsOf);
         };
     }
     ~ObjectSession() {

@@ -6,8 +6,6 @@
 
 #include "form_object_fixture.h"
 
-#include <QScrollBar>
-
 #include "access_keys.h"
 
 using namespace marl;
@@ -36,21 +34,7 @@ void FormObjectKeysTest::fitsTheScreen() {
     ObjectSession s(path.isEmpty() ? smallObjects() : readBytes(path),
                     path.isEmpty() ? 95 : QFileInfo(path).baseName().toInt());
     QVERIFY(s.opened);
-    const QSize least = s.editor->minimumSizeHint();
-    QVERIFY2(least.width() <= 1000 && least.height() <= 720,
-             qPrintable(QString("%1 x %2").arg(least.width()).arg(least.height())));
-    // At its smallest the list needs no sideways scrolling...
-    s.editor->resize(least);
-    QCoreApplication::processEvents();
-    auto* list = find<QListWidget>(s.editor, "listObjectSelect");
-    QCOMPARE(list->horizontalScrollBar()->maximum(), 0);
-    // ...and the list and the text fields take what the window gains.
-    const QSize listSize = list->size();
-    const int aliasWidth = find(s.editor, "textAlias")->width();
-    s.editor->resize(least + QSize(600, 200));
-    QCoreApplication::processEvents();
-    QVERIFY(list->width() > listSize.width() && list->height() > listSize.height());
-    QVERIFY(find(s.editor, "textAlias")->width() > aliasWidth);
+    checkFitsTheScreen(s.editor, "listObjectSelect", "textAlias", "listObjectSelect");
 }
 
 void FormObjectKeysTest::accessKeys_data() {
@@ -75,8 +59,6 @@ void FormObjectKeysTest::accessKeys_data() {
     QTest::newRow("formObjectActionDesc") << "buttonADesc:click" << leave;
 }
 
-// Alt and the letter press the control wherever the focus is in its window;
-// a letter used twice in a window would only move the focus.
 void FormObjectKeysTest::accessKeys() {
     QFETCH(QString, opener);
     QFETCH(QStringList, keys);
@@ -84,19 +66,9 @@ void FormObjectKeysTest::accessKeys() {
         ObjectSession s(smallObjects());
         MARL_PLAY(
             s.playAll({"listObjectSelect:dclick:1", opener.isEmpty() ? "?textVNum" : opener}));
-        QPointer<QWidget> window =
-            opener.isEmpty() ? s.editor.data() : topLevel(QTest::currentDataTag());
-        QVERIFY(window);
-        // Clear All, Clear Bits and Delete ask first; the answer is not what
-        // is tested.
-        s.host.script.answer({false});
-        checkAccessKey(window, key);
-        if (QTest::currentTestFailed())
+        if (!pressAccessKey(opener.isEmpty() ? s.editor.data() : topLevel(QTest::currentDataTag()),
+                            key, s.host.script))
             return;
-        for (QWidget* top : QApplication::topLevelWidgets())
-            if (top != s.editor && top->objectName().startsWith("formObject"))
-                delete top;
-        s.host.script.reset();
     }
 }
 
@@ -123,15 +95,7 @@ void FormObjectKeysTest::tabOrder() {
     QFETCH(QString, from);
     QFETCH(QStringList, walk);
     ObjectSession s(smallObjects());
-    s.editor->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(s.editor));
-    find(s.editor, from)->setFocus();
-    QStringList walked;
-    for (qsizetype i = 0; i < walk.size(); ++i) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        walked.append(QApplication::focusWidget()->objectName());
-    }
-    QCOMPARE(walked, walk);
+    QCOMPARE(tabWalk(s.editor, find(s.editor, from), walk.size()), walk);
 }
 
 QTEST_MAIN(FormObjectKeysTest)

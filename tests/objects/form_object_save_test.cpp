@@ -3,6 +3,7 @@
 // files.
 
 #include "form_object_fixture.h"
+#include "save_checks.h"
 
 using namespace marl;
 using namespace marl::test;
@@ -51,8 +52,6 @@ void FormObjectSaveTest::failedWritesKeepFileAndTable_data() {
                             << "Object Not Deleted" << QStringList{first, third}.join("; ");
 }
 
-// CI runs as root, where permission bits do not stop a write: the zone's
-// folder goes away instead and a plain file takes its name.
 void FormObjectSaveTest::failedWritesKeepFileAndTable() {
     QFETCH(QStringList, command);
     QFETCH(QString, title);
@@ -60,67 +59,18 @@ void FormObjectSaveTest::failedWritesKeepFileAndTable() {
     ObjectSession s(smallObjects(), 95, "zone");
     QVERIFY(s.opened);
     MARL_PLAY(s.playAll({"textCost:erase", "textCost:type:9"}));
-    const QString folder = s.host.folder.chopped(1);
-    QVERIFY(QDir(folder).removeRecursively());
-    writeBytes(folder, "not a folder");
-    const ObjectTable before = objectTable();
-    MARL_PLAY(s.playAll(
-        QStringList{"ok"} + command +
-        QStringList{"?listObjectSelect=9500\ta long sword/9501\tan iron chest/9502\ta green "
-                    "potion, textCost=9, buttonSave, changed=x, count=3"}));
-    const PromptRecord& told = s.host.script.records.last();
-    QVERIFY2(told.text.startsWith("95.obj could not be written:\r\n") && told.text.size() > 32,
-             qPrintable(told.text));
-    QCOMPARE(told.title, title);
-    QCOMPARE(readBytes(folder), std::string("not a folder"));
-    for (int slot = 0; slot < 4; ++slot)
-        QVERIFY(objectTable()[slot] == before[slot]);
-
-    QVERIFY(QFile::remove(folder) && QDir().mkpath(folder));
-    MARL_PLAY(s.playAll(command + QStringList{"?file=" + after}));
+    checkFailedWrite(s, objectTable(), command, title,
+                     "listObjectSelect=9500\ta long sword/9501\tan iron chest/9502\ta green potion, "
+                     "textCost=9, buttonSave, changed=x, count=3",
+                     after);
 }
 
 void FormObjectSaveTest::stockObjectsSurviveTheWindow_data() {
-    QTest::addColumn<QString>("path");
-    QTest::newRow("our example") << examplesDir() + "/95.obj";
-    const QStringList stock = corpusFiles(".obj");
-    if (stock.isEmpty())
-        QTest::newRow("stock files absent") << QString();
-    for (const QString& path : stock)
-        QTest::newRow(qPrintable(QFileInfo(path).fileName())) << path;
+    stockFileRows(".obj");
 }
 
-// Every object of the file is shown and saved from the window without an
-// edit; the file then reads back with the values it had.
 void FormObjectSaveTest::stockObjectsSurviveTheWindow() {
-    QFETCH(QString, path);
-    if (path.isEmpty())
-        QSKIP("the stock zone files are not here");
-    const std::string original = readBytes(path);
-    ObjectTable before;
-    const int count = readObjects(original, before);
-    const int zone = QFileInfo(path).baseName().toInt();
-    ObjectSession s(original, zone);
-    QVERIFY(s.opened);
-    for (int slot = 0; slot < count; ++slot) {
-        s.editor->LoadObject(slot);
-        s.editor->HasChanged();
-        // Each slot holding the VNum asks whether to overwrite it.
-        for (int other = 0; other < count; ++other)
-            if (before[other].VNum == before[slot].VNum)
-                s.host.script.answer({true});
-        MARL_PLAY(s.playAll({"buttonSave:click"}));
-        QVERIFY2(s.host.script.allAnswered(), qPrintable(QString::number(before[slot].VNum)));
-        MARL_VERIFY_PROMPTS(s.host.script);
-    }
-    ObjectTable after;
-    QCOMPARE(readObjects(s.bytes(), after), count);
-    for (int slot = 0; slot < count; ++slot)
-        QVERIFY2(values(after[slot]) == values(before[slot]),
-                 qPrintable(QString::number(before[slot].VNum)));
-    // Our own example is written as the window writes: byte for byte.
-    if (path.startsWith(examplesDir()))
-        QCOMPARE(s.bytes(), original);
+    checkRecordsSurviveTheWindow<ObjectSession>(readObjects, values);
 }
 
 void FormObjectSaveTest::wholeSession_data() {

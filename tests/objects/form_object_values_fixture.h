@@ -66,29 +66,11 @@ struct ValuesSession {
              {"pick", pick}});
     }
 
-    // ">formName" moves on into that window, ">" back to the values dialog;
-    // once a pick list has closed, the steps go to the values dialog again.
+    // A script that may step into the pick lists (see playAcross).
     bool play(const QStringList& steps) {
-        QPointer<QWidget> window = dialog.data();
-        for (const QString& step : steps) {
-            if (step.startsWith('>')) {
-                window = step.size() > 1 ? topLevel(step.mid(1)) : dialog.data();
-                if (!QTest::qVerify(window != nullptr, qPrintable(step), "no such window",
-                                    __FILE__, __LINE__))
-                    return false;
-                continue;
-            }
-            QWidget* target = window ? window.data() : dialog.data();
-            if (!target)
-                return QTest::qVerify(false, qPrintable(step), "values dialog closed", __FILE__,
-                                      __LINE__);
-            if (!test::play(target, prompts, {step},
-                            [this](const QString& name) { return probe(name); }))
-                return false;
-        }
-        return true;
+        return playAcross(dialog, prompts, steps,
+                          [this](const QString& name) { return probe(name); });
     }
 };
-
 
 } // namespace marl::test

@@ -58,15 +58,10 @@ void FormObjectValuesKeysTest::accessKeys() {
     for (const QString& key : keys) {
         ValuesSession s(type, "1 1 1 1");
         MARL_PLAY(s.play(opener.isEmpty() ? QStringList() : QStringList{opener + ":click"}));
-        QPointer<QWidget> window =
-            opener.isEmpty() ? static_cast<QWidget*>(s.dialog) : topLevel(QTest::currentDataTag());
-        QVERIFY(window);
-        // Clear All asks first; its answer is not what is tested.
-        s.prompts.answer({false});
-        checkAccessKey(window, key);
-        if (QTest::currentTestFailed())
+        if (!pressAccessKey(opener.isEmpty() ? static_cast<QWidget*>(s.dialog)
+                                             : topLevel(QTest::currentDataTag()),
+                            key, s.prompts))
             return;
-        s.prompts.reset();
     }
 }
 
@@ -95,12 +90,8 @@ void FormObjectValuesKeysTest::tabOrder() {
     QFETCH(QStringList, walk);
     ValuesSession s(type, "1 1 1 1");
     QVERIFY(QTest::qWaitForWindowActive(s.dialog));
-    QStringList walked{QApplication::focusWidget()->objectName()};
-    for (qsizetype i = 1; i < walk.size(); ++i) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        walked.append(QApplication::focusWidget()->objectName());
-    }
-    QCOMPARE(walked, walk);
+    QWidget* first = QApplication::focusWidget();
+    QCOMPARE(QStringList{first->objectName()} + tabWalk(s.dialog, first, walk.size() - 1), walk);
 }
 
 QTEST_MAIN(FormObjectValuesKeysTest)

@@ -54,14 +54,8 @@ struct EditorSession : KindSession<FormRoom> {
     explicit EditorSession(const std::string& file, int zone = 95, const QString& folder = {})
         : KindSession<FormRoom>(file, zone, ".wld", folder) {
         more = [this](const QString& name) -> std::optional<QString> {
-            if (name == "table")
-                return roomsOf(roomTable(), editor->recordCount());
-            if (name == "file") {
-                RoomTable file;
-                return roomsOf(file, readRooms(bytes(), file));
-            }
             if (name != "absent")
-                return std::nullopt;
+                return recordProbe(name, roomTable(), readRooms, roomsOf);
             QString absent;
             for (const ExitRecord& exit : roomTable()[editor->currentIndex()].Exits)
                 absent += exit.Absent ? "x" : "-";

@@ -5,7 +5,8 @@
 #include "form_room_fixture.h"
 
 #include <QFileInfo>
-#include <QScrollBar>
+
+#include "access_keys.h"
 
 using namespace marl;
 using namespace marl::test;
@@ -31,27 +32,7 @@ void FormRoomLayoutTest::fitsTheScreen() {
     const std::string file = path.isEmpty() ? smallZone() : readBytes(path);
     EditorSession s(file, path.isEmpty() ? 95 : QFileInfo(path).baseName().toInt());
     QVERIFY(s.opened);
-    const QSize least = s.editor->minimumSizeHint();
-    QVERIFY2(least.width() <= 1000 && least.height() <= 720,
-             qPrintable(QString("%1 x %2").arg(least.width()).arg(least.height())));
-    // At its smallest the list needs no sideways scrolling...
-    s.editor->resize(least);
-    QCoreApplication::processEvents();
-    auto* list = find<QListWidget>(s.editor, "listRoomSelect");
-    QCOMPARE(list->horizontalScrollBar()->maximum(), 0);
-    // ...and the list and the description take what the window gains.
-    const int listWidth = list->width();
-    auto* desc = find<QPlainTextEdit>(s.editor, "textDesc");
-    const QSize descSize = desc->size();
-    s.editor->resize(least + QSize(600, 200));
-    QCoreApplication::processEvents();
-    QVERIFY(list->width() > listWidth);
-    QVERIFY2(desc->width() > descSize.width() && desc->height() > descSize.height(),
-             qPrintable(QString("%1x%2 then %3x%4")
-                            .arg(descSize.width())
-                            .arg(descSize.height())
-                            .arg(desc->width())
-                            .arg(desc->height())));
+    checkFitsTheScreen(s.editor, "listRoomSelect", "textDesc", "textDesc");
 }
 
 void FormRoomLayoutTest::tabOrder_data() {
@@ -82,15 +63,9 @@ void FormRoomLayoutTest::tabOrder() {
         MARL_PLAY(s.play({"buttonExitWest:click"}));
     QWidget* shown = window == "formRoom" ? s.editor.data() : topLevel(window);
     QVERIFY(shown);
-    shown->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(shown));
     QWidget* start = find(shown, from);
     QVERIFY(start);
-    start->setFocus();
-    for (const QString& next : order) {
-        QTest::keyClick(shown->focusWidget(), Qt::Key_Tab);
-        QCOMPARE(shown->focusWidget()->objectName(), next);
-    }
+    QCOMPARE(tabWalk(shown, start, order.size()), order);
 }
 
 QTEST_MAIN(FormRoomLayoutTest)

@@ -1,6 +1,6 @@
 // The main window: its menus, opening a file through the dialog or a recent
-// item (into a stand-in editor, and into the real room editor), and the
-// recent-files lists.
+// item (into a stand-in editor; the real editors open in open_files_test),
+// and the recent-files lists.
 #include <QtTest>
 
 #include <QAction>
@@ -12,7 +12,6 @@
 #include <QTemporaryDir>
 
 #include "fake_editor.h"
-#include "rooms/form_room.h"
 #include "shell/form_main.h"
 #include "test_support.h"
 
@@ -128,19 +127,11 @@ private slots:
         QTest::addColumn<QString>("message"); // empty: none
         QTest::addColumn<bool>("recent");     // the choice heads the Room list
         QTest::newRow("30.wld") << "menuRoomOpen" << "30.wld" << "open 30" << "" << true;
-        QTest::newRow("7.old.wld") << "menuRoomOpen" << "7.old.wld" << "open 7" << "" << true;
-        QTest::newRow("030.wld") << "menuRoomOpen" << "030.wld" << "open 30" << "" << true;
         QTest::newRow("New 31.wld") << "menuRoomNew" << "31.wld" << "new 31" << "" << true;
         QTest::newRow("castle.wld") << "menuRoomOpen" << "castle.wld" << ""
                                     << "castle.wld cannot be opened: the name of a zone file "
                                        "begins with its zone number, as in 30.wld."
                                     << false;
-        // The server names its files by the plain zone number: a sign is no
-        // part of one, and 30.wld is not the file chosen.
-        QTest::newRow("+30.wld") << "menuRoomOpen" << "+30.wld" << ""
-                                 << "+30.wld cannot be opened: the name of a zone file "
-                                    "begins with its zone number, as in 30.wld."
-                                 << false;
         // Listed before the file is read, and kept when the reading fails.
         QTest::newRow("unreadable") << "menuRoomOpen" << "25.wld" << "open 25"
                                     << "25.wld, line 4: expected the line \"<zone> <flags> <sector>\""
@@ -180,62 +171,6 @@ private slots:
             finish(window);
         QVERIFY(window->isEnabled());
         QCOMPARE(QDir::currentPath(), QDir(progDir->path()).canonicalPath());
-    }
-
-    // Room, Open Room File into the real room editor.
-    void intoTheRoomEditor_data() {
-        QTest::addColumn<QString>("file");     // written into the zone's folder
-        QTest::addColumn<QByteArray>("bytes"); // none when empty
-        QTest::addColumn<QString>("chosen");
-        QTest::addColumn<int>("rooms");     // 0: refused
-        QTest::addColumn<QString>("shown"); // the first room's line, or the message
-        const QByteArray example = QByteArray::fromStdString(readBytes(examplesDir() + "/95.wld"));
-        const QString first = "9500\tThe Ferryman's Landing";
-        QTest::newRow("95.wld") << "95.wld" << example << "95.wld" << 5 << first;
-        // The editor reads the file its zone names: 030.wld is zone 30, in 30.wld.
-        QTest::newRow("095.wld reads 95.wld") << "95.wld" << example << "095.wld" << 5 << first;
-        if (!corpusDir().isEmpty())
-            QTest::newRow("stock 30.wld")
-                << "30.wld" << QByteArray::fromStdString(readBytes(corpusDir() + "/30.wld"))
-                << "30.wld" << 59 << "3000\tThe Reading Room";
-        QTest::newRow("bad exit line")
-            << "25.wld"
-            << QByteArray::fromStdString(
-                   lf({"#2500", "Room~", "~", "25 0 0", "D0", "~", "~", "0 -1", "S", "$"}))
-            << "25.wld" << 0 << "25.wld, line 8: expected an exit line \"<door> <key> <to>\"";
-        QTest::newRow("missing file") << "" << QByteArray() << "25.wld" << 0 << "25.wld: ";
-    }
-
-    void intoTheRoomEditor() {
-        QFETCH(QString, file);
-        QFETCH(QByteArray, bytes);
-        QFETCH(QString, chosen);
-        QFETCH(int, rooms);
-        QFETCH(QString, shown);
-        if (!file.isEmpty())
-            writeBytes(zonePath() + file, bytes.toStdString());
-        FormMain* window = start();
-        window->setEditorFactory(KindRoom, [](EditorHost& host) { return new FormRoom(host); });
-        prompts.expectTells(rooms ? 0 : 1);
-        choose(window, chosen);
-        QWidget* editor = window->openEditor();
-        if (!rooms) {
-            QVERIFY(!editor && window->isEnabled());
-            QVERIFY2(prompts.messages().value(0).startsWith("Marl - Marlstone: " + shown),
-                     qPrintable(prompts.messages().value(0)));
-            QCOMPARE(roomTable()[0].VNum, 0); // no partly read table is left behind
-            return;
-        }
-        QCOMPARE(editor->objectName(), QStringLiteral("formRoom"));
-        QCOMPARE(editor->windowTitle(), QStringLiteral("Room Editor [0/99]"));
-        QVERIFY(editor->isVisible());
-        QVERIFY(!window->isEnabled());
-        auto* list = editor->findChild<QListWidget*>("listRoomSelect");
-        QCOMPARE(list->count(), rooms);
-        QCOMPARE(list->item(0)->text(), shown);
-        // Slot 0 is shown in the fields.
-        QCOMPARE(editor->findChild<QLineEdit*>("textVNum")->text(), shown.section('\t', 0, 0));
-        QCOMPARE(editor->findChild<QLineEdit*>("textName")->text(), shown.section('\t', 1));
     }
 
     void closesOnlyWithoutAnEditor() {

@@ -95,6 +95,7 @@ private slots:
         zoneDir = std::make_unique<QTemporaryDir>();
         prompts.reset();
         chooser = {};
+        ClearRoomTable();
         QFile::remove(QDir(configFolder()).filePath("recent.dat"));
         const std::string example = readBytes(examplesDir() + "/95.wld");
         QDir(zoneDir->path()).mkdir("sub");
@@ -102,6 +103,8 @@ private slots:
             writeBytes(zonePath(name), example);
         for (const char* name : {"30.mob", "30.obj", "notes.txt"})
             writeBytes(zonePath(name), "$\n");
+        writeBytes(zonePath("24.wld"), lf({"#2400", "Room~", "~", "24 0 0", "S", "#2401", "Room~",
+                                           "~", "24 0 0", "D0", "~", "~", "0 -1", "S", "$"}));
     }
 
     void cleanup() {
@@ -141,6 +144,11 @@ private slots:
             // Listed, as Open lists a file before reading it; the editor's own
             // message names what went wrong.
             {"a missing file", "25.wld", none, {"25.wld: "}, {"25.wld"}},
+            {"a file that does not read",
+             "24.wld",
+             none,
+             {"24.wld, line 13: expected an exit line \"<door> <key> <to>\""},
+             {"24.wld"}},
             {"a missing file, then a good one",
              "25.wld 96.wld",
              none,
@@ -206,6 +214,8 @@ private slots:
             QVERIFY2(prompts.records[i].text.startsWith(messages[i]),
                      qPrintable(prompts.records[i].text));
         QCOMPARE(recentRooms(main), recent);
+        if (shown.filter("formRoom").isEmpty())
+            QCOMPARE(roomTable()[0].VNum, 0); // no partly read table is left behind
         QVERIFY(chooser.requests.isEmpty()); // no dialog on the way
         if (!recent.isEmpty()) {
             const QString folder = arguments.contains("sub/") ? zonePath("sub/") : zonePath();

@@ -1,8 +1,10 @@
 #pragma once
-// The check every window's access keys share: Alt and a letter press the
-// control while its caption reads as it stands.
+// What every window's keys and layout tests share: Alt and a letter press
+// the control while its caption reads as it stands, no two controls share a
+// name, the walk Tab takes, and an editor that fits the screen.
 
 #include <QAbstractButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -10,20 +12,78 @@
 
 namespace marl::test {
 
+// No two controls of a window share a name: the window's code and a
+// builder's script would find only the first.
+inline void checkNamesUnique(const QWidget* window) {
+    QSet<QString> seen;
+    for (const QWidget* child : window->findChildren<QWidget*>()) {
+        const QString name = child->objectName();
+        if (name.isEmpty() || name.startsWith("qt_"))
+            continue;
+        QVERIFY2(!seen.contains(name), qPrintable(name + " twice in " + window->objectName()));
+        seen << name;
+    }
+}
+
 // `key` is "control caption letter": Alt and the letter, pressed in `window`
 // wherever its focus is, click the control of that name, whose text is the
 // caption.  A letter used twice in a window would only move the focus.
-// Fails the running test otherwise.
-inline void checkAccessKey(QWidget* window, const QString& key) {
-    auto* control = find<QAbstractButton>(window, key.section(' ', 0, 0));
-    QVERIFY2(control, qPrintable(key));
-    control->setEnabled(true); // the key matters here, not the state of the control
-    QSignalSpy clicked(control, &QAbstractButton::clicked);
+// Questions the click asks (Clear All, Delete) are answered No from
+// `prompts`; the answer is not what is tested.  False when the running test
+// failed.
+inline bool pressAccessKey(QWidget* window, const QString& key, ScriptedPrompts& prompts) {
+    [&] {
+        QVERIFY2(window, qPrintable(key));
+        checkNamesUnique(window);
+        if (QTest::currentTestFailed())
+            return;
+        auto* control = find<QAbstractButton>(window, key.section(' ', 0, 0));
+        QVERIFY2(control, qPrintable(key));
+        control->setEnabled(true); // the key matters here, not the state of the control
+        QSignalSpy clicked(control, &QAbstractButton::clicked);
+        prompts.answer({false});
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        QTest::keyClick(window, Qt::Key(key.back().unicode()), Qt::AltModifier);
+        QCOMPARE(control->text(), key.section(' ', 1, -2));
+        QTRY_COMPARE(clicked.count(), 1); // Done and Cancel then close the window
+    }();
+    prompts.reset();
+    return !QTest::currentTestFailed();
+}
+
+// The names of the controls Tab reaches from `from`, `count` presses.
+inline QStringList tabWalk(QWidget* window, QWidget* from, qsizetype count) {
     window->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(window));
-    QTest::keyClick(window, Qt::Key(key.back().unicode()), Qt::AltModifier);
-    QCOMPARE(control->text(), key.section(' ', 1, -2));
-    QTRY_COMPARE(clicked.count(), 1); // Done and Cancel then close the window
+    if (!QTest::qWaitForWindowActive(window))
+        return {"window not active"};
+    from->setFocus();
+    QStringList walked;
+    for (qsizetype i = 0; i < count; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        walked.append(QApplication::focusWidget()->objectName());
+    }
+    return walked;
+}
+
+// The editor fits a 1024 x 768 screen; at its smallest its list needs no
+// sideways scrolling, and of what the window gains the list and `wide` take
+// width, `tall` height.
+inline void checkFitsTheScreen(QWidget* editor, const QString& list, const QString& wide,
+                               const QString& tall) {
+    const QSize least = editor->minimumSizeHint();
+    QVERIFY2(least.width() <= 1000 && least.height() <= 720,
+             qPrintable(QString("%1 x %2").arg(least.width()).arg(least.height())));
+    editor->resize(least);
+    QCoreApplication::processEvents();
+    QCOMPARE(find<QListWidget>(editor, list)->horizontalScrollBar()->maximum(), 0);
+    const int listWidth = find(editor, list)->width(), wideWidth = find(editor, wide)->width(),
+              tallHeight = find(editor, tall)->height();
+    editor->resize(least + QSize(600, 200));
+    QCoreApplication::processEvents();
+    QVERIFY(find(editor, list)->width() > listWidth);
+    QVERIFY(find(editor, wide)->width() > wideWidth);
+    QVERIFY(find(editor, tall)->height() > tallHeight);
 }
 
 } // namespace marl::test

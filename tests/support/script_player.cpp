@@ -122,4 +122,24 @@ bool play(QWidget* window, ScriptedPrompts& script, const QStringList& steps, co
                           qPrintable(script.unexpected.join(" | ")), __FILE__, __LINE__);
 }
 
+bool playAcross(QWidget* home, ScriptedPrompts& script, const QStringList& steps,
+                const Probe& probe) {
+    QPointer<QWidget> own = home, window = home;
+    for (const QString& step : steps) {
+        if (step.startsWith('>')) {
+            window = step.size() > 1 ? topLevel(step.mid(1)) : own.data();
+            if (!QTest::qVerify(window != nullptr, qPrintable(step), "no such window", __FILE__,
+                                __LINE__))
+                return false;
+            continue;
+        }
+        QWidget* target = window ? window.data() : own.data();
+        if (!QTest::qVerify(target != nullptr, qPrintable(step), "the window has closed",
+                            __FILE__, __LINE__) ||
+            !play(target, script, {step}, probe))
+            return false;
+    }
+    return true;
+}
+
 } // namespace marl::test

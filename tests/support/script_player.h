@@ -15,6 +15,7 @@
 #include <QtTest>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 
 #include "test_support.h"
@@ -72,6 +73,11 @@ QString shows(const QWidget* window, const QString& expected, const Probe& probe
 // failed, at the first difference, a missing control or an unscripted message.
 bool play(QWidget* window, ScriptedPrompts& script, const QStringList& steps,
           const Probe& probe = {});
+// Plays a script in which ">formName" moves on into the window of that name
+// and ">" back to `home`; once the window stepped into has closed, the steps
+// go to `home` again.
+bool playAcross(QWidget* home, ScriptedPrompts& script, const QStringList& steps,
+                const Probe& probe = {});
 #define MARL_PLAY(...)                                                                             \
     do {                                                                                           \
         if (!(__VA_ARGS__))                                                                        \
@@ -122,6 +128,22 @@ template <typename Form> struct KindSession {
         const auto it = values.find(name);
         return it == values.end() ? std::nullopt : std::optional<QString>(it->second());
     }
+    // A kind's "table", "file" and "slotN": its table, its file read back
+    // and slot N, as `describe` writes records ("; " between them).
+    template <typename Table>
+    std::optional<QString> recordProbe(const QString& name, const Table& table,
+                                       int (*read)(std::string_view, Table&),
+                                       QString (*describe)(const Table&, int)) const {
+        if (name == "table")
+            return describe(table, editor->recordCount());
+        if (name == "file") {
+            auto file = std::make_unique<Table>();
+            return describe(*file, read(bytes(), *file));
+        }
+        if (name.startsWith("slot"))
+            return describe(table, name.mid(4).toInt() + 1).section("; ", -1);
+        return std::nullopt;
+    }
     bool play(const QStringList& steps) {
         return test::play(editor, host.script, steps,
                           [this](const QString& name) { return probe(name); });
@@ -139,24 +161,10 @@ template <typename Form> struct KindSession {
         return QStringLiteral("-");
     }
 
-    // Plays a script in which ">formName" moves on into the dialog of that
-    // name (a window of its own) and ">" back to the editor; once the dialog
-    // has closed, the steps go to the editor again.
+    // Plays a script that may step into the editor's dialogs (see playAcross).
     bool playAll(const QStringList& steps) {
-        QPointer<QWidget> window = editor.data();
-        for (const QString& step : steps) {
-            if (step.startsWith('>')) {
-                window = step.size() > 1 ? topLevel(step.mid(1)) : editor.data();
-                if (!QTest::qVerify(window != nullptr, qPrintable(step), "no such window", __FILE__,
-                                    __LINE__))
-                    return false;
-                continue;
-            }
-            if (!test::play(window ? window.data() : editor.data(), host.script, {step},
-                            [this](const QString& name) { return probe(name); }))
-                return false;
-        }
-        return true;
+        return playAcross(editor, host.script, steps,
+                          [this](const QString& name) { return probe(name); });
     }
 };
 

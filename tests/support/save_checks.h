@@ -1,0 +1,83 @@
+#pragma once
+// The saving checks every kind's editor shares: a write that fails, and
+// every record of a file shown and saved from the window.
+
+#include <QFileInfo>
+
+#include "script_player.h"
+
+namespace marl::test {
+
+// A save or delete whose write fails says so, titled `title`, and leaves the
+// file, the table and the window (`shown`) as they were; once the folder is
+// back the same command writes the file as `after`.  The session was opened
+// in a folder of its own and holds an unsaved change.  CI runs as root,
+// where permission bits do not stop a write: the zone's folder goes away
+// instead and a plain file takes its name.
+template <typename Session, typename Table>
+void checkFailedWrite(Session& s, const Table& table, const QStringList& command,
+                      const QString& title, const QString& shown, const QString& after) {
+    const QString folder = s.host.folder.chopped(1);
+    QVERIFY(QDir(folder).removeRecursively());
+    writeBytes(folder, "not a folder");
+    const Table before = table;
+    MARL_PLAY(s.playAll(QStringList{"ok"} + command + QStringList{"?" + shown}));
+    const PromptRecord& told = s.host.script.records.last();
+    const QString name = QFileInfo(s.filePath()).fileName();
+    QVERIFY2(told.text.startsWith(name + " could not be written:\r\n") && told.text.size() > 32,
+             qPrintable(told.text));
+    QCOMPARE(told.title, title);
+    QCOMPARE(readBytes(folder), std::string("not a folder"));
+    for (int slot = 0; slot < 4; ++slot)
+        QVERIFY(table[slot] == before[slot]);
+
+    QVERIFY(QFile::remove(folder) && QDir().mkpath(folder));
+    MARL_PLAY(s.playAll(command + QStringList{"?file=" + after}));
+}
+
+// A row for our example zone of that extension and one per stock file.
+inline void stockFileRows(const QString& extension) {
+    QTest::addColumn<QString>("path");
+    QTest::newRow("our example") << examplesDir() + "/95" + extension;
+    const QStringList stock = corpusFiles(extension);
+    if (stock.isEmpty())
+        QTest::newRow("stock files absent") << QString();
+    for (const QString& path : stock)
+        QTest::newRow(qPrintable(QFileInfo(path).fileName())) << path;
+}
+
+// Every record of the row's file is shown and saved from the window without
+// an edit; the file then reads back with the values it had (`values` makes
+// two records read from different bytes comparable), and our own example is
+// written as the window writes: byte for byte.
+template <typename Session, typename Table, typename Values>
+void checkRecordsSurviveTheWindow(int (*read)(std::string_view, Table&), Values values) {
+    QFETCH(QString, path);
+    if (path.isEmpty())
+        QSKIP("the stock zone files are not here");
+    const std::string original = readBytes(path);
+    auto before = std::make_unique<Table>();
+    const int count = read(original, *before);
+    Session s(original, QFileInfo(path).baseName().toInt());
+    QVERIFY(s.opened);
+    for (int slot = 0; slot < count; ++slot) {
+        s.editor->LoadRecord(slot);
+        s.editor->HasChanged();
+        // Each slot holding the VNum asks whether to overwrite it.
+        for (int other = 0; other < count; ++other)
+            if ((*before)[other].VNum == (*before)[slot].VNum)
+                s.host.script.answer({true});
+        MARL_PLAY(s.playAll({"buttonSave:click"}));
+        QVERIFY2(s.host.script.allAnswered(), qPrintable(QString::number((*before)[slot].VNum)));
+        MARL_VERIFY_PROMPTS(s.host.script);
+    }
+    auto after = std::make_unique<Table>();
+    QCOMPARE(read(s.bytes(), *after), count);
+    for (int slot = 0; slot < count; ++slot)
+        QVERIFY2(values((*after)[slot]) == values((*before)[slot]),
+                 qPrintable(QString::number((*before)[slot].VNum)));
+    if (path.startsWith(examplesDir()))
+        QCOMPARE(s.bytes(), original);
+}
+
+} // namespace marl::test
