@@ -270,9 +270,7 @@ void FormObjectAffectsTest::accessKeys() {
                                "buttonClearAll Clear All L", "buttonCancel Cancel C",
                                "buttonDone Done D"}) {
         AffectsFixture f("1:2");
-        f.prompts.answer({false}); // Clear All asks; its answer is not what is tested
-        checkAccessKey(f.dialog, QString::fromLatin1(key));
-        if (QTest::currentTestFailed())
+        if (!pressAccessKey(f.dialog, QString::fromLatin1(key), f.prompts))
             return;
     }
 }
