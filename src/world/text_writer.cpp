@@ -5,15 +5,21 @@
 namespace marl {
 
 TextWriter::TextWriter(LineEnd lineEnd)
-    : eol_(lineEnd == LineEnd::CrLf ? "\r\n" : "\n"),
+    : crlf_(lineEnd == LineEnd::CrLf), eol_(lineEnd == LineEnd::CrLf ? "\r\n" : "\n"),
       tildeEol_(lineEnd == LineEnd::CrLf ? "~\r\n" : "~\n") {}
 
-void TextWriter::append(std::string_view text) {
-    // Most texts hold no CR at all: one search for it settles them.
-    if (eol_ == kCrLf || std::memchr(text.data(), '\r', text.size()) == nullptr) {
-        out_.append(text.data(), text.size());
-        return;
+bool TextWriter::holdsCr(std::string_view text) {
+    // Names and flags are short: a loop is quicker than a call for them.
+    if (text.size() < 32) {
+        for (const char c : text)
+            if (c == '\r')
+                return true;
+        return false;
     }
+    return std::memchr(text.data(), '\r', text.size()) != nullptr;
+}
+
+void TextWriter::appendConverting(std::string_view text) {
     std::size_t start = 0;
     while (true) {
         const std::size_t crlf = text.find(kCrLf, start);

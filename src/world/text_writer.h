@@ -50,7 +50,9 @@ public:
     TextWriter& number(std::int64_t value) {
         char digits[24];
         const auto done = std::to_chars(digits, digits + sizeof digits, value);
-        out_.append(digits, done.ptr);
+        // By count, not as a range of pointers: the range form goes through
+        // the string's general replace and costs as much as the digits.
+        out_.append(digits, static_cast<std::size_t>(done.ptr - digits));
         return *this;
     }
     TextWriter& endLine() {
@@ -69,9 +71,19 @@ public:
     void reserve(std::size_t bytes) { out_.reserve(bytes); }
 
 private:
-    void append(std::string_view text);
+    // Most texts hold no CR at all, and a CR LF file needs no change of
+    // line ends: those are copied as they stand.
+    void append(std::string_view text) {
+        if (crlf_ || !holdsCr(text))
+            out_.append(text.data(), text.size());
+        else
+            appendConverting(text);
+    }
+    static bool holdsCr(std::string_view text);
+    void appendConverting(std::string_view text);
 
     std::string out_;
+    bool crlf_;
     std::string_view eol_;
     std::string_view tildeEol_; // `~` and the line end
 };
