@@ -29,8 +29,7 @@ OwnedDialog::OwnedDialog(DialogOwner& owner, Prompts& prompts, DialogQuestions q
 bool OwnedDialog::mayCancel() {
     if (!changed_)
         return true;
-    if (!prompts_.ask(twoLines(notSavedLine(), QStringLiteral("Cancel Anyway?")),
-                      notSavedTitle()))
+    if (!prompts_.ask(twoLines(notSavedLine(), QStringLiteral("Cancel Anyway?")), notSavedTitle()))
         return false;
     changesDropped();
     return true;

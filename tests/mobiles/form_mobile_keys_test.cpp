@@ -57,11 +57,11 @@ void FormMobileKeysTest::accessKeys() {
 // Tab from the VNum walks the texts, the numbers row by row, and the dice.
 void FormMobileKeysTest::tabOrder() {
     MobileSession s(smallMobiles());
-    QCOMPARE(tabWalk(s.editor, find(s.editor, "textVNum"), 15),
-             QStringList({"textAlias", "textSDesc", "textLDesc", "textLevel", "textAlign",
-                          "textGold", "textTHAC0", "textAC", "textXP", "textMHPNumD",
-                          "textMHPSizeD", "textMHPPlus", "textBHDNumD", "textBHDSizeD",
-                          "textBHDPlus"}));
+    QCOMPARE(
+        tabWalk(s.editor, find(s.editor, "textVNum"), 15),
+        QStringList({"textAlias", "textSDesc", "textLDesc", "textLevel", "textAlign", "textGold",
+                     "textTHAC0", "textAC", "textXP", "textMHPNumD", "textMHPSizeD", "textMHPPlus",
+                     "textBHDNumD", "textBHDSizeD", "textBHDPlus"}));
 }
 
 QTEST_MAIN(FormMobileKeysTest)

@@ -63,10 +63,11 @@ void FormMobileSaveTest::failedWritesKeepFileAndTable() {
     MobileSession s(smallMobiles(), 95, "zone");
     QVERIFY(s.opened);
     MARL_PLAY(s.playAll({"textLevel:erase", "textLevel:type:9"}));
-    checkFailedWrite(s, mobileTable(), command, title,
-                     "listMobileSelect=9500\tthe old ferryman/9501\ta grey heron/9502\tthe wiry cutpurse, "
-                     "textLevel=9, buttonSave, changed=x, count=3",
-                     after);
+    checkFailedWrite(
+        s, mobileTable(), command, title,
+        "listMobileSelect=9500\tthe old ferryman/9501\ta grey heron/9502\tthe wiry cutpurse, "
+        "textLevel=9, buttonSave, changed=x, count=3",
+        after);
 }
 
 void FormMobileSaveTest::stockMobilesSurviveTheWindow_data() {

@@ -114,18 +114,19 @@ void FormObjectAffectsTest::script_data() {
     const QString done = "buttonDone:click", closed = "?open=-, owner=on, said=";
 
     // Listed as the object holds them, as the file will hold them.
-    row("no affects", "", {"?title=Object Affects [0/127], listObjectAffects=, " + fresh +
-                           ", !buttonRemoveAll, buttonClearAll, buttonCancel, buttonDone, "
-                           "changed=-, focus=optionNone"});
-    row("listed by caption", "1:2/18:1", {"?listObjectAffects=Str\t2/HitRoll\t1, " + fresh +
-                                          ", buttonRemoveAll, changed=-"});
+    row("no affects", "",
+        {"?title=Object Affects [0/127], listObjectAffects=, " + fresh +
+         ", !buttonRemoveAll, buttonClearAll, buttonCancel, buttonDone, "
+         "changed=-, focus=optionNone"});
+    row("listed by caption", "1:2/18:1",
+        {"?listObjectAffects=Str\t2/HitRoll\t1, " + fresh + ", buttonRemoveAll, changed=-"});
     row("location 0 in the middle shows as None and stays", "1:2/0:5/18:-1",
         {"?listObjectAffects=Str\t2/None\t5/HitRoll\t-1", "listObjectAffects:line:2",
          "buttonRemove:click", "?listObjectAffects=Str\t2/None\t5, written=1:2/0:5"});
     row("a location without an option is listed by number and kept", "7:3/30:-1/16:0",
         {"?listObjectAffects=7\t3/30\t-1/16\t0", "listObjectAffects:dclick:1",
-         "?optionNone=-, optionStr=-, textValue=-1, buttonUpdate, changed=-",
-         "textValue:erase", "textValue:type:4", "buttonUpdate:click",
+         "?optionNone=-, optionStr=-, textValue=-1, buttonUpdate, changed=-", "textValue:erase",
+         "textValue:type:4", "buttonUpdate:click",
          "?listObjectAffects=7\t3/30\t4/16\t0, written=7:3/30:4/16:0, calls=1"});
     row("the extreme modifiers", "24:-2147483648/17:2147483647",
         {"?listObjectAffects=SavingSpell\t-2147483648/AC\t2147483647"});
@@ -137,80 +138,108 @@ void FormObjectAffectsTest::script_data() {
              {"a location alone", {"optionStr:click"}, "!"},
              {"a lone minus", {"optionStr:click", "textValue:type:-"}, "!"},
              {"a minus inside", {"optionStr:click", "textValue:type:5-1"}, "!"},
-             {"the number erased", {"optionDex:click", "textValue:type:2",
-                                    "textValue:backspace"}, "!"},
-             {"None after a number", {"optionDex:click", "textValue:type:2",
-                                      "optionNone:click"}, "!"}}) {
+             {"the number erased",
+              {"optionDex:click", "textValue:type:2", "textValue:backspace"},
+              "!"},
+             {"None after a number",
+              {"optionDex:click", "textValue:type:2", "optionNone:click"},
+              "!"}}) {
         row("add: " + name, "1:2", keys + QStringList{"?" + no + "buttonAdd, !buttonUpdate"});
-        row("update: " + name, "1:2/9:4", QStringList{"listObjectAffects:dclick:1",
-            "textValue:erase"} + keys + QStringList{"?!buttonAdd, " + no + "buttonUpdate"});
+        row("update: " + name, "1:2/9:4",
+            QStringList{"listObjectAffects:dclick:1", "textValue:erase"} + keys +
+                QStringList{"?!buttonAdd, " + no + "buttonUpdate"});
     }
-    row("None empties the value and disables it", "", {"optionStr:click", "?textValue",
-        "textValue:type:12", "optionNone:click", "?!textValue=, !buttonAdd"});
+    row("None empties the value and disables it", "",
+        {"optionStr:click", "?textValue", "textValue:type:12", "optionNone:click",
+         "?!textValue=, !buttonAdd"});
 
     // The modifier: digits and a leading `-`, clamped to 32 bits as typed.
-    for (const auto& [typed, shown] : QList<std::pair<QString, QString>>{
-             {"-", "-"},
-             {"99999999999", "2147483647"},
-             {"2147483647", "2147483647"},
-             {"-99999999999", "-2147483648"},
-             {"-2147483648", "-2147483648"},
-             {"x1y-2+3 ~", "1-23"},
-             {"-0", "-0"}})
-        row("modifier typed " + typed, "", {"optionHit:click", "textValue:type:" + typed,
-                                            "?textValue=" + shown});
+    for (const auto& [typed, shown] :
+         QList<std::pair<QString, QString>>{{"-", "-"},
+                                            {"99999999999", "2147483647"},
+                                            {"2147483647", "2147483647"},
+                                            {"-99999999999", "-2147483648"},
+                                            {"-2147483648", "-2147483648"},
+                                            {"x1y-2+3 ~", "1-23"},
+                                            {"-0", "-0"}})
+        row("modifier typed " + typed, "",
+            {"optionHit:click", "textValue:type:" + typed, "?textValue=" + shown});
 
     // The commands change the object at once, each marking it changed in
     // the editor; afterwards Done closes without a message.
-    row("add", "1:2", {"optionHitRoll:click", "textValue:type:-3", "buttonAdd:click",
-        "?listObjectAffects=Str\t2/HitRoll\t-3, " + fresh + ", buttonRemoveAll, "
-        "written=1:2/18:-3, calls=1, changed=-, other=2:9, focus=optionNone", done, closed});
-    row("add to none", "", {"optionMove:click", "textValue:type:50", "buttonAdd:click",
-        "?listObjectAffects=Move\t50, buttonRemoveAll, affects=14:50, calls=1"});
-    row("add after location 0 keeps it", "0:0", {"optionStr:click", "textValue:type:1",
-        "buttonAdd:click", "?listObjectAffects=None\t0/Str\t1, written=0:0/1:1"});
-    row("add stops at 127 affects", "*126", {"optionStr:click", "textValue:type:7", "?buttonAdd",
-        "buttonAdd:click", "?count=127, after=0:0", "optionDex:click", "textValue:type:1",
-        "?!buttonAdd, count=127, calls=1"});
-    row("a file's 128 affects are all listed", "*128", {"?count=128, buttonRemoveAll",
-        "optionStr:click", "textValue:type:1", "?!buttonAdd"});
-    row("edit by button", "1:2/18:1/19:4", {"listObjectAffects:line:1", "?buttonEdit, "
-        "buttonRemove", "buttonEdit:click", "?title=Object Affects [1/127], optionHitRoll=x, "
-        "textValue=1, !buttonAdd, buttonUpdate, changed=-", done, closed});
-    row("edit location 0", "0:5", {"listObjectAffects:dclick:0", "?optionNone=x, !textValue=5, "
-        "!buttonUpdate", "optionCon:click", "?textValue=5, buttonUpdate",
-        "buttonUpdate:click", "?listObjectAffects=Con\t5, affects=5:5, calls=1"});
-    row("update in place", "1:2/18:1/19:4", {"listObjectAffects:dclick:1", "optionDamRoll:click",
-        "textValue:erase", "textValue:type:3", "buttonUpdate:click",
-        "?listObjectAffects=Str\t2/DamRoll\t3/DamRoll\t4, written=1:2/19:3/19:4, " + fresh +
-        ", title=Object Affects [0/127], calls=1, focus=listObjectAffects", done, closed});
-    row("update with no line selected stores nothing", "1:2/18:1", {
-        "listObjectAffects:dclick:1", "textValue:type:5", "listObjectAffects:ctrlline:1",
-        "buttonUpdate:click", "?affects=1:2/18:1, textValue=15, calls=0"});
-    row("no update once the affect edited is removed", "1:2/18:1/19:4", {
-        "listObjectAffects:dclick:1", "buttonRemove:click", "optionStr:click",
-        "textValue:type:8", "?buttonAdd, !buttonUpdate, affects=1:2/19:4"});
-    row("remove the first of three", "1:2/2:3/18:1", {"listObjectAffects:line:0",
-        "buttonRemove:click", "?listObjectAffects=Dex\t3/HitRoll\t1, " + idle +
-        ", buttonRemoveAll, written=2:3/18:1, after=0:0, calls=1", done, closed});
-    row("remove the last", "1:2/2:3", {"listObjectAffects:line:1", "buttonRemove:click",
-        "?affects=1:2, after=0:0", "listObjectAffects:line:0", "buttonRemove:click",
-        "?affects=, listObjectAffects=, !buttonRemoveAll, calls=2"});
-    row("remove all, without a question", "1:2/0:3/18:1", {"buttonRemoveAll:click",
-        "?said=, listObjectAffects=, !buttonRemoveAll, written=, after=0:0, other=2:9, calls=1",
-        done, closed});
-    row("add after remove all", "1:2", {"buttonRemoveAll:click", "optionWis:click",
-        "textValue:type:1", "buttonAdd:click", "?affects=4:1, count=1"});
+    row("add", "1:2",
+        {"optionHitRoll:click", "textValue:type:-3", "buttonAdd:click",
+         "?listObjectAffects=Str\t2/HitRoll\t-3, " + fresh +
+             ", buttonRemoveAll, "
+             "written=1:2/18:-3, calls=1, changed=-, other=2:9, focus=optionNone",
+         done, closed});
+    row("add to none", "",
+        {"optionMove:click", "textValue:type:50", "buttonAdd:click",
+         "?listObjectAffects=Move\t50, buttonRemoveAll, affects=14:50, calls=1"});
+    row("add after location 0 keeps it", "0:0",
+        {"optionStr:click", "textValue:type:1", "buttonAdd:click",
+         "?listObjectAffects=None\t0/Str\t1, written=0:0/1:1"});
+    row("add stops at 127 affects", "*126",
+        {"optionStr:click", "textValue:type:7", "?buttonAdd", "buttonAdd:click",
+         "?count=127, after=0:0", "optionDex:click", "textValue:type:1",
+         "?!buttonAdd, count=127, calls=1"});
+    row("a file's 128 affects are all listed", "*128",
+        {"?count=128, buttonRemoveAll", "optionStr:click", "textValue:type:1", "?!buttonAdd"});
+    row("edit by button", "1:2/18:1/19:4",
+        {"listObjectAffects:line:1",
+         "?buttonEdit, "
+         "buttonRemove",
+         "buttonEdit:click",
+         "?title=Object Affects [1/127], optionHitRoll=x, "
+         "textValue=1, !buttonAdd, buttonUpdate, changed=-",
+         done, closed});
+    row("edit location 0", "0:5",
+        {"listObjectAffects:dclick:0",
+         "?optionNone=x, !textValue=5, "
+         "!buttonUpdate",
+         "optionCon:click", "?textValue=5, buttonUpdate", "buttonUpdate:click",
+         "?listObjectAffects=Con\t5, affects=5:5, calls=1"});
+    row("update in place", "1:2/18:1/19:4",
+        {"listObjectAffects:dclick:1", "optionDamRoll:click", "textValue:erase", "textValue:type:3",
+         "buttonUpdate:click",
+         "?listObjectAffects=Str\t2/DamRoll\t3/DamRoll\t4, written=1:2/19:3/19:4, " + fresh +
+             ", title=Object Affects [0/127], calls=1, focus=listObjectAffects",
+         done, closed});
+    row("update with no line selected stores nothing", "1:2/18:1",
+        {"listObjectAffects:dclick:1", "textValue:type:5", "listObjectAffects:ctrlline:1",
+         "buttonUpdate:click", "?affects=1:2/18:1, textValue=15, calls=0"});
+    row("no update once the affect edited is removed", "1:2/18:1/19:4",
+        {"listObjectAffects:dclick:1", "buttonRemove:click", "optionStr:click", "textValue:type:8",
+         "?buttonAdd, !buttonUpdate, affects=1:2/19:4"});
+    row("remove the first of three", "1:2/2:3/18:1",
+        {"listObjectAffects:line:0", "buttonRemove:click",
+         "?listObjectAffects=Dex\t3/HitRoll\t1, " + idle +
+             ", buttonRemoveAll, written=2:3/18:1, after=0:0, calls=1",
+         done, closed});
+    row("remove the last", "1:2/2:3",
+        {"listObjectAffects:line:1", "buttonRemove:click", "?affects=1:2, after=0:0",
+         "listObjectAffects:line:0", "buttonRemove:click",
+         "?affects=, listObjectAffects=, !buttonRemoveAll, calls=2"});
+    row("remove all, without a question", "1:2/0:3/18:1",
+        {"buttonRemoveAll:click",
+         "?said=, listObjectAffects=, !buttonRemoveAll, written=, after=0:0, other=2:9, calls=1",
+         done, closed});
+    row("add after remove all", "1:2",
+        {"buttonRemoveAll:click", "optionWis:click", "textValue:type:1", "buttonAdd:click",
+         "?affects=4:1, count=1"});
     // Remove, Remove All and Clear All end an edit: what is typed is new.
     for (const QStringList& end : QList<QStringList>{
              {"buttonRemove:click"}, {"buttonRemoveAll:click"}, {"yes", "buttonClearAll:click"}})
-        row("add after edit, then " + end.last(), "1:2/2:3", QStringList{
-            "listObjectAffects:dclick:1"} + end + QStringList{"optionInt:click",
-            "textValue:type:1", "?buttonAdd, !buttonUpdate, title=Object Affects [0/127]"});
-    row("clear all", "1:2", {"optionStr:click", "textValue:type:5", "no", "buttonClearAll:click",
-        "?textValue=5, optionStr=x", "yes", "buttonClearAll:click", "?said=Confirm Clear: "
-        "Really Clear This Form? | Confirm Clear: Really Clear This Form?, " + fresh +
-        ", buttonRemoveAll, affects=1:2, changed=x, focus=optionNone, calls=0"});
+        row("add after edit, then " + end.last(), "1:2/2:3",
+            QStringList{"listObjectAffects:dclick:1"} + end +
+                QStringList{"optionInt:click", "textValue:type:1",
+                            "?buttonAdd, !buttonUpdate, title=Object Affects [0/127]"});
+    row("clear all", "1:2",
+        {"optionStr:click", "textValue:type:5", "no", "buttonClearAll:click",
+         "?textValue=5, optionStr=x", "yes", "buttonClearAll:click",
+         "?said=Confirm Clear: "
+         "Really Clear This Form? | Confirm Clear: Really Clear This Form?, " +
+             fresh + ", buttonRemoveAll, affects=1:2, changed=x, focus=optionNone, calls=0"});
 
     // The ways out: the editor is enabled again whenever the dialog closes,
     // and what was stored stays stored.
@@ -220,20 +249,20 @@ void FormObjectAffectsTest::script_data() {
     const QString ask = pending + "Cancel Anyway?, open=", picked = "optionStr:click";
     const QString cancel = "buttonCancel:click";
     row("done with a location picked", "", {picked, "ok", done, refused});
-    row("done with a value typed", "1:2", {"listObjectAffects:dclick:0", "textValue:type:1",
-                                           "ok", done, refused});
+    row("done with a value typed", "1:2",
+        {"listObjectAffects:dclick:0", "textValue:type:1", "ok", done, refused});
     row("done after edit alone", "1:2", {"listObjectAffects:dclick:0", done, closed});
     row("cancel, nothing pending", "1:2", {cancel, closed + ", affects=1:2, calls=0"});
-    row("cancel keeps what was added", "", {picked, "textValue:type:1", "buttonAdd:click", cancel,
-                                            closed + ", affects=1:1, calls=1"});
+    row("cancel keeps what was added", "",
+        {picked, "textValue:type:1", "buttonAdd:click", cancel, closed + ", affects=1:1, calls=1"});
     row("cancel, pending, No", "", {picked, "no", cancel, ask + "x, owner=off"});
     row("cancel, pending, Yes", "", {picked, "yes", cancel, ask + "-, owner=on"});
     row("escape, pending, No", "", {picked, "no", "textValue:escape", ask + "x, owner=off"});
     row("frame, nothing pending", "", {"close", closed});
     row("frame, pending, No", "", {picked, "no", "close", ask + "x, owner=off"});
     row("frame, pending, Yes", "1:2", {picked, "yes", "close", ask + "-, owner=on, affects=1:2"});
-    row("enter in the value presses Done", "", {picked, "textValue:type:4", "ok",
-                                                "textValue:enter", refused});
+    row("enter in the value presses Done", "",
+        {picked, "textValue:type:4", "ok", "textValue:enter", refused});
 }
 
 void FormObjectAffectsTest::script() {
@@ -265,10 +294,10 @@ void FormObjectAffectsTest::tabOrder() {
 
 // Alt and the letter press the command wherever the focus is.
 void FormObjectAffectsTest::accessKeys() {
-    for (const char* key : {"buttonAdd Add A", "buttonUpdate Update U", "buttonEdit Edit E",
-                               "buttonRemove Remove R", "buttonRemoveAll Remove All M",
-                               "buttonClearAll Clear All L", "buttonCancel Cancel C",
-                               "buttonDone Done D"}) {
+    for (const char* key :
+         {"buttonAdd Add A", "buttonUpdate Update U", "buttonEdit Edit E", "buttonRemove Remove R",
+          "buttonRemoveAll Remove All M", "buttonClearAll Clear All L", "buttonCancel Cancel C",
+          "buttonDone Done D"}) {
         AffectsFixture f("1:2");
         if (!pressAccessKey(f.dialog, QString::fromLatin1(key), f.prompts))
             return;

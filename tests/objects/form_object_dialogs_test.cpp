@@ -67,14 +67,14 @@ void FormObjectDialogsTest::script_data() {
 
     // The editor waits for each of its dialogs; a dialog's frame close acts
     // as its Cancel and gives the editor back.
-    for (const auto& [opener, form] : QList<std::pair<QString, QString>>{
-             {"buttonValues:click", "formObjectValues"},
-             {"buttonObjectAffects:click", "formObjectAffects"},
-             {edescs, "formObjectExtraDescs"},
-             {adesc, "formObjectActionDesc"}})
+    for (const auto& [opener, form] :
+         QList<std::pair<QString, QString>>{{"buttonValues:click", "formObjectValues"},
+                                            {"buttonObjectAffects:click", "formObjectAffects"},
+                                            {edescs, "formObjectExtraDescs"},
+                                            {adesc, "formObjectActionDesc"}})
         row("the editor waits for " + form,
-            {opener, "?dialog=" + form + ", !buttonNew", "close", "?dialog=" + form,
-             "?closed=0", ">" + form, "close", back, "?dialog=-, buttonNew, closed=0"});
+            {opener, "?dialog=" + form + ", !buttonNew", "close", "?dialog=" + form, "?closed=0",
+             ">" + form, "close", back, "?dialog=-, buttonNew, closed=0"});
 }
 
 void FormObjectDialogsTest::script() {
@@ -96,16 +96,15 @@ void FormObjectDialogsTest::slotRules_data() {
          {"buttonEDescs:click", ">formObjectExtraDescs", "textKeywords:type:gem",
           "textDesc:type:Red.", "buttonAdd:click", "buttonDone:click"}},
         {"action description",
-         {"buttonADesc:click", ">formObjectActionDesc", "textDesc:type:Zap.",
-          "buttonDone:click"}},
+         {"buttonADesc:click", ">formObjectActionDesc", "textDesc:type:Zap.", "buttonDone:click"}},
         // The type is picked first: after New the window shows "Other", which
         // has no values.
         {"values",
          {"optionPotion:click", "buttonValues:click", ">formObjectValues",
           "textScrollPotionLevel:erase", "textScrollPotionLevel:type:7", "buttonDone:click"}},
         {"affects",
-         {"buttonObjectAffects:click", ">formObjectAffects", "optionDex:click",
-          "textValue:type:3", "buttonAdd:click", "buttonDone:click"}}};
+         {"buttonObjectAffects:click", ">formObjectAffects", "optionDex:click", "textValue:type:3",
+          "buttonAdd:click", "buttonDone:click"}}};
     const QList<std::tuple<QString, QStringList, int>> situations{
         {"after Save",
          {"listObjectSelect:dclick:2", "textCost:type:2", "yes", "buttonSave:click"},

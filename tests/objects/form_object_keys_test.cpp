@@ -77,18 +77,17 @@ void FormObjectKeysTest::tabOrder_data() {
     QTest::addColumn<QString>("from");
     QTest::addColumn<QStringList>("walk");
     QTest::newRow("the fields, then the type")
-        << "textVNum"
-        << QStringList{"textAlias", "textSDesc", "textLDesc", "textWeight",
-                       "textCost",  "textRPD",   "optionWeapon", "checkGlow"};
+        << "textVNum" << QStringList{"textAlias", "textSDesc", "textLDesc",    "textWeight",
+                                     "textCost",  "textRPD",   "optionWeapon", "checkGlow"};
     QTest::newRow("the last flags, the dialogs and the commands")
         << "checkNoSell"
-        << QStringList{"buttonClearEBits", "checkTake",       "checkFinger", "checkNeck",
-                       "checkBody",        "checkHead",       "checkLegs",   "checkFeet",
-                       "checkHands",       "checkArms",       "checkShield", "checkAbout",
-                       "checkWaist",       "checkWrist",      "checkWield",  "checkHold",
-                       "buttonClearWBits", "buttonValues",    "buttonObjectAffects",
-                       "buttonEDescs",     "buttonADesc",     "buttonNew",   "buttonClearAll",
-                       "buttonCancel",     "buttonDone",      "listObjectSelect"};
+        << QStringList{"buttonClearEBits", "checkTake",       "checkFinger",         "checkNeck",
+                       "checkBody",        "checkHead",       "checkLegs",           "checkFeet",
+                       "checkHands",       "checkArms",       "checkShield",         "checkAbout",
+                       "checkWaist",       "checkWrist",      "checkWield",          "checkHold",
+                       "buttonClearWBits", "buttonValues",    "buttonObjectAffects", "buttonEDescs",
+                       "buttonADesc",      "buttonNew",       "buttonClearAll",      "buttonCancel",
+                       "buttonDone",       "listObjectSelect"};
 }
 
 void FormObjectKeysTest::tabOrder() {

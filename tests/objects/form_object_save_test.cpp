@@ -59,10 +59,11 @@ void FormObjectSaveTest::failedWritesKeepFileAndTable() {
     ObjectSession s(smallObjects(), 95, "zone");
     QVERIFY(s.opened);
     MARL_PLAY(s.playAll({"textCost:erase", "textCost:type:9"}));
-    checkFailedWrite(s, objectTable(), command, title,
-                     "listObjectSelect=9500\ta long sword/9501\tan iron chest/9502\ta green potion, "
-                     "textCost=9, buttonSave, changed=x, count=3",
-                     after);
+    checkFailedWrite(
+        s, objectTable(), command, title,
+        "listObjectSelect=9500\ta long sword/9501\tan iron chest/9502\ta green potion, "
+        "textCost=9, buttonSave, changed=x, count=3",
+        after);
 }
 
 void FormObjectSaveTest::stockObjectsSurviveTheWindow_data() {
@@ -153,15 +154,15 @@ void FormObjectSaveTest::wholeSession() {
     for (std::size_t i = 0; i < old.Affects.count(); ++i)
         affects += "A" + eol + std::to_string(old.Affects[i].Location) + " " +
                    std::to_string(old.Affects[i].Modifier) + eol;
-    const std::string valueLine = std::to_string(old.Values[0]) + " " +
-                               std::to_string(old.Values[1]) + " " +
-                               std::to_string(old.Values[2]) + " " + std::to_string(old.Values[3]);
+    const std::string valueLine =
+        std::to_string(old.Values[0]) + " " + std::to_string(old.Values[1]) + " " +
+        std::to_string(old.Values[2]) + " " + std::to_string(old.Values[3]);
     for (const std::string& part :
          {"#" + std::to_string(old.VNum) + eol + old.Alias + "~" + eol + old.SDesc + "~" + eol +
               old.LDesc + "~" + eol + "Swish.~" + eol + "8 " +
               flagText(kEffectFlags, flagBits(old.EBitV)) + " " + flagText(kWearFlags, wears) +
-              eol + valueLine + eol + std::to_string(old.Weight) + " 77 " + std::to_string(old.RPD) +
-              eol,
+              eol + valueLine + eol + std::to_string(old.Weight) + " 77 " +
+              std::to_string(old.RPD) + eol,
           "E" + eol + "gem~" + eol + "Red." + eol + "~" + eol + affects})
         QVERIFY2(first.find(part) != std::string::npos, part.c_str());
     for (std::size_t i = 0; i < old.ExtraDescs.count(); ++i) {

@@ -35,8 +35,8 @@ const std::string kWild = lf({"#9510", "relic~", "an odd relic~", "~", "~", "11 
 
 // The object of a single line "type effects wears" and an alias.
 std::string oneObject(const std::string& typeLine, const std::string& alias = "thing") {
-    return lf({"#9520", alias + "~", "a thing~", "A thing.~", "~", typeLine, "0 0 0 0", "1 2 3",
-               "$"});
+    return lf(
+        {"#9520", alias + "~", "a thing~", "A thing.~", "~", typeLine, "0 0 0 0", "1 2 3", "$"});
 }
 
 } // namespace
@@ -112,8 +112,9 @@ void FormObjectTest::script_data() {
         {"textLDesc:erase", "?buttonSave", "yes", "buttonSave:click",
          "?said=Overwrite Existing Object: Overwrite Existing Object?, changed=-, textLDesc=, "
          "file=" +
-             sword + "; 9501 an iron chest t15 0/a 60,13,9510,0 80/150/10 E=chest lock; 9502 a "
-                     "green potion t10 g/ao 12,16,14,-1 1/200/5 ad=19"});
+             sword +
+             "; 9501 an iron chest t15 0/a 60,13,9510,0 80/150/10 E=chest lock; 9502 a "
+             "green potion t10 g/ao 12,16,14,-1 1/200/5 ad=19"});
     for (const auto& [control, caption] :
          QList<std::pair<QString, QString>>{{"textAlias", "Alias List"},
                                             {"textSDesc", "Short Description"},
@@ -140,11 +141,11 @@ void FormObjectTest::script_data() {
 
     // The type: the values button follows it, and no value changes.
     row("Boat disables Object Values, Light enables it, no value changes", small,
-        {"optionBoat:click", "?!buttonValues, changed=x, buttonSave, type=22",
-         "optionLight:click", "?buttonValues, type=1, slot0=" + sword, "yes", "buttonSave:click",
+        {"optionBoat:click", "?!buttonValues, changed=x, buttonSave, type=22", "optionLight:click",
+         "?buttonValues, type=1, slot0=" + sword, "yes", "buttonSave:click",
          "?slot0=" + QString(sword).replace(" t5 ", " t1 ")});
     for (const QString type : {"optionTreasure", "optionOther", "optionTrash", "optionNote",
-                                "optionKey", "optionPen", "optionBoat"})
+                               "optionKey", "optionPen", "optionBoat"})
         row("no values for " + type.mid(6), small, {type + ":click", "?!buttonValues"});
     row("Object Values opens on the object", small,
         {"buttonValues:click", "?dialog=formObjectValues, !buttonNew"});
@@ -172,16 +173,15 @@ void FormObjectTest::script_data() {
              list + ", count=3, index=0"});
     row("save over the object shown, No writes nothing", small,
         {"textCost:erase", "textCost:type:9", "checkHold:click", "no", "buttonSave:click",
-         "?said=" + overwrite + ", slot0=" + sword + ", changed=x, buttonSave, bytes=" +
-             smallBytes});
+         "?said=" + overwrite + ", slot0=" + sword +
+             ", changed=x, buttonSave, bytes=" + smallBytes});
     row("save under a new VNum appends", small,
         {"textVNum:backspace", "textVNum:type:7", "textSDesc:type:two ", "buttonSave:click",
          "?said=, " + list +
              "/9507\ttwo a long sword, count=4, index=3, title=Object Editor [3/99], "
              "changed=-, slot3=9507 two a long sword t5 g/an 0,2,6,3 8/100/10 A=18:1,19:2"});
     row("the first save of a new file", none,
-        {"textVNum:type:1", "textAlias:type:rat", "textSDesc:type:a rat bone",
-         "buttonSave:click",
+        {"textVNum:type:1", "textAlias:type:rat", "textSDesc:type:a rat bone", "buttonSave:click",
          "?said=, file=95001 a rat bone t12 0/0 0,0,0,0 0/0/0, listObjectSelect=95001\ta rat "
          "bone, index=0, bytes=#95001|rat~|a rat bone~|~|~|12 0 0|0 0 0 0|0 0 0|$|"});
 

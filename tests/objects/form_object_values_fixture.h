@@ -45,8 +45,8 @@ struct ValuesSession {
     }
     ~ValuesSession() { delete dialog.data(); }
 
-    // The text of a label in any window, "values" (the slot's), "saved" (its remembered light duration),
-    // "dialog" (the values dialog on or off) and "pick" (the pick list open).
+    // The text of a label in any window, "values" (the slot's), "saved" (its remembered light
+    // duration), "dialog" (the values dialog on or off) and "pick" (the pick list open).
     std::optional<QString> probe(const QString& name) const {
         const ObjectRecord& object = objectTable()[kSlot];
         if (name.startsWith("label"))
@@ -58,12 +58,11 @@ struct ValuesSession {
                                  "formObjectContainerState"})
             if (topLevel(form))
                 pick = form;
-        return ownedDialogProbe(
-            name, owner, dialog,
-            {{"values", valuesText(object)},
-             {"saved", QString::number(object.SavedLightDuration)},
-             {"dialog", dialog && dialog->isEnabled() ? "on" : "off"},
-             {"pick", pick}});
+        return ownedDialogProbe(name, owner, dialog,
+                                {{"values", valuesText(object)},
+                                 {"saved", QString::number(object.SavedLightDuration)},
+                                 {"dialog", dialog && dialog->isEnabled() ? "on" : "off"},
+                                 {"pick", pick}});
     }
 
     // A script that may step into the pick lists (see playAcross).

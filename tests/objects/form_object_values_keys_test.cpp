@@ -21,7 +21,7 @@ private slots:
 
 void FormObjectValuesKeysTest::accessKeys_data() {
     QTest::addColumn<int>("type");
-    QTest::addColumn<QString>("opener"); // the button opening the window tested
+    QTest::addColumn<QString>("opener");   // the button opening the window tested
     QTest::addColumn<QStringList>("keys"); // "control caption letter"
     const QStringList leave{"buttonDone Done D", "buttonCancel Cancel C",
                             "buttonClearAll Clear All L"};
@@ -33,10 +33,9 @@ void FormObjectValuesKeysTest::accessKeys_data() {
     QTest::newRow("wand") << 3 << "" << QStringList{"buttonWandStaffSpell Spell S"};
     QTest::newRow("weapon") << 5 << "" << QStringList{"buttonWeaponType Type T"};
     QTest::newRow("container") << 15 << "" << QStringList{"buttonContainerState State S"};
-    QTest::newRow("drink container")
-        << 17 << ""
-        << QStringList{"buttonDrinkConFountainLiquid Liquid I",
-                       "checkDrinkConFountainPoisoned Poisoned P"};
+    QTest::newRow("drink container") << 17 << ""
+                                     << QStringList{"buttonDrinkConFountainLiquid Liquid I",
+                                                    "checkDrinkConFountainPoisoned Poisoned P"};
     QTest::newRow("food") << 19 << "" << QStringList{"checkFoodPoisoned Poisoned P"};
     QTest::newRow("light") << 1 << "" << QStringList{"checkEternal Eternal E"};
     QTest::newRow("formObjectSpells") << 2 << "buttonScrollPotionS1" << leave;
@@ -75,8 +74,7 @@ void FormObjectValuesKeysTest::tabOrder_data() {
                                             "textScrollPotionS2", "buttonScrollPotionS3",
                                             "textScrollPotionS3"}
                                 << commands);
-    QTest::newRow("light") << 1
-                           << (QStringList{"textLightDuration", "checkEternal"} << commands);
+    QTest::newRow("light") << 1 << (QStringList{"textLightDuration", "checkEternal"} << commands);
     QTest::newRow("drink container")
         << 17
         << (QStringList{"textDrinkConFountainCapacity", "textDrinkConFountainRemaining",

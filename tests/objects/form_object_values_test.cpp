@@ -149,8 +149,7 @@ void FormObjectValuesTest::script_data() {
         row(out + " changed, No", 20, "500 0 0 0",
             {"textMoneyAmount:type:1", "no", out, ask + "x, owner=off, textMoneyAmount=1"});
         row(out + " changed, Yes", 20, "500 0 0 0",
-            {"textMoneyAmount:type:1", "yes", out,
-             ask + "-, owner=on, values=500 0 0 0, calls=1"});
+            {"textMoneyAmount:type:1", "yes", out, ask + "-, owner=on, values=500 0 0 0, calls=1"});
     }
 
     // The spell list.
@@ -160,8 +159,8 @@ void FormObjectValuesTest::script_data() {
          "?title=Object Spells, frameObjectSpells, optionIdentify=x, focus=optionIdentify", done,
          ">", "?pick=-, dialog=on, textScrollPotionS1=201, changed=-"});
     row("spell list on 0 selects nothing; 0 passes through", 2, "12 0 0 0",
-        {"buttonScrollPotionS2:click", ">formObjectSpells", "?optionNoSpell=-, optionArmor=-",
-         done, ">", "?textScrollPotionS2=0, changed=-"});
+        {"buttonScrollPotionS2:click", ">formObjectSpells", "?optionNoSpell=-, optionArmor=-", done,
+         ">", "?textScrollPotionS2=0, changed=-"});
     row("picking Fireball writes 26 and marks the values changed", 2, "12 -1 -1 -1",
         {"buttonScrollPotionS3:click", ">formObjectSpells", "?optionNoSpell=x",
          "optionFireball:click", done, ">",
@@ -192,8 +191,8 @@ void FormObjectValuesTest::script_data() {
          "textDrinkConFountainLiquid=7, changed=-"});
     row("weapon type: clear all after slash selects hit; done writes 0", 5, "0 2 6 3",
         {"buttonWeaponType:click", ">formObjectWType", "?title=Weapon Type, optionSlash=x",
-         "optionPierce:click", "yes", "buttonClearAll:click", "?optionHit=x, focus=optionHit",
-         done, ">", "?textWeaponType=0, changed=x"});
+         "optionPierce:click", "yes", "buttonClearAll:click", "?optionHit=x, focus=optionHit", done,
+         ">", "?textWeaponType=0, changed=x"});
     row("weapon type without an option passes through", 5, "0 2 6 20",
         {"buttonWeaponType:click", ">formObjectWType", "?optionHit=-, optionStab=-", done, ">",
          "?textWeaponType=20, changed=-"});
@@ -288,8 +287,8 @@ void FormObjectValuesTest::stockValuesSurvive() {
                 if (value.kind == ValueKind::Field) {
                     auto* field = dialog->findChild<QLineEdit*>(value.control);
                     QTest::keyClick(field, Qt::Key_Backspace);
-                    field->setText(QString::number(
-                        stock.Values[std::size_t(&value - group->values.data())]));
+                    field->setText(
+                        QString::number(stock.Values[std::size_t(&value - group->values.data())]));
                     break;
                 }
             QTest::mouseClick(dialog->findChild<QPushButton*>("buttonDone"), Qt::LeftButton);
@@ -298,8 +297,10 @@ void FormObjectValuesTest::stockValuesSurvive() {
                 if (group->values[v].kind == ValueKind::Poisoned && expected[v] != 0)
                     expected[v] = -1;
             QVERIFY2(objectTable()[kSlot].Values == expected,
-                     qPrintable(QString("%1 #%2: %3").arg(path).arg(stock.VNum).arg(
-                         valuesText(objectTable()[kSlot]))));
+                     qPrintable(QString("%1 #%2: %3")
+                                    .arg(path)
+                                    .arg(stock.VNum)
+                                    .arg(valuesText(objectTable()[kSlot]))));
             QCOMPARE(owner.calls, 1);
             QVERIFY(prompts.unexpected.isEmpty());
             ++checked;

@@ -19,22 +19,24 @@ private slots:
 void FormRoomSaveTest::failedWritesKeepFileAndTable_data() {
     QTest::addColumn<QStringList>("command");
     QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("after");  // the file once the write goes through
+    QTest::addColumn<QString>("after"); // the file once the write goes through
     // The north exit, unchecked in the window, is absent from the first room
     // once the window is stored into it; a new room takes the whole record
     // shown (its exits and extra descriptions) and leaves the first as it was.
     const QString first = "9500 The Landing 0/2 East:0/-1/-1/ +bell";
     const QString rest = smallRooms.mid(smallRooms.indexOf("; 9501"));
-    QTest::newRow("save over the room") << QStringList{"yes", "buttonSave:click"}
-        << "Room Not Saved" << QString(first).insert(16, " Changed") + rest;
+    QTest::newRow("save over the room")
+        << QStringList{"yes", "buttonSave:click"} << "Room Not Saved"
+        << QString(first).insert(16, " Changed") + rest;
     QTest::newRow("save a new room")
         << QStringList{"textVNum:erase", "textVNum:type:9599", "buttonSave:click"}
         << "Room Not Saved" << smallRooms + "; 9599 The Landing Changed 0/2 East:0/-1/-1/ +bell";
     // Deleting asks to discard the changes, which then reach no room.
-    QTest::newRow("delete")
-        << QStringList{"listRoomSelect:line:1", "yes", "yes", "buttonDelete:click"}
-        << "Room Not Deleted"
-        << smallRooms.left(smallRooms.indexOf("; 9501")) + rest.mid(rest.indexOf("; 9502"));
+    QTest::newRow("delete") << QStringList{"listRoomSelect:line:1", "yes", "yes",
+                                           "buttonDelete:click"}
+                            << "Room Not Deleted"
+                            << smallRooms.left(smallRooms.indexOf("; 9501")) +
+                                   rest.mid(rest.indexOf("; 9502"));
 }
 
 void FormRoomSaveTest::failedWritesKeepFileAndTable() {
@@ -52,11 +54,17 @@ void FormRoomSaveTest::failedWritesKeepFileAndTable() {
 
 void FormRoomSaveTest::wholeSession_data() {
     QTest::addColumn<QString>("source");
-    QTest::addColumn<QString>("exit");  // and its direction number in the file
+    QTest::addColumn<QString>("exit"); // and its direction number in the file
     QTest::addColumn<QString>("flags");
-    QTest::newRow("small zone") << "" << "South 2" << "h";
-    QTest::newRow("project example") << examplesDir() + "/95.wld" << "South 2" << "h";
-    QTest::newRow("stock 30.wld") << corpusDir() + "/30.wld" << "North 0" << "cde";
+    QTest::newRow("small zone") << ""
+                                << "South 2"
+                                << "h";
+    QTest::newRow("project example") << examplesDir() + "/95.wld"
+                                     << "South 2"
+                                     << "h";
+    QTest::newRow("stock 30.wld") << corpusDir() + "/30.wld"
+                                  << "North 0"
+                                  << "cde";
 }
 
 // Open a copy of a zone file, change the first room, give it a new exit with
@@ -77,10 +85,10 @@ void FormRoomSaveTest::wholeSession() {
     const QString to = QString::number(zone * 100 + 99), key = QString::number(zone * 100 + 98);
     const QString direction = exit.section(' ', 0, 0);
 
-    MARL_PLAY(s.play({"textName:type: (changed)", "checkBitVNoMagic:click",
-                      "optionSecTypeForest:click", "checkExit" + direction + ":click",
-                      "text" + direction + "ToVNum:type:" + to,
-                      "buttonExit" + direction + ":click", "?!textName"}));
+    MARL_PLAY(
+        s.play({"textName:type: (changed)", "checkBitVNoMagic:click", "optionSecTypeForest:click",
+                "checkExit" + direction + ":click", "text" + direction + "ToVNum:type:" + to,
+                "buttonExit" + direction + ":click", "?!textName"}));
     QWidget* door = topLevel("formRoomDoor");
     QVERIFY(door);
     MARL_PLAY(play(door, s.host.script,
@@ -89,10 +97,14 @@ void FormRoomSaveTest::wholeSession() {
     MARL_PLAY(s.play({"?textName", "buttonExtraDescs:click"}));
     QWidget* extras = topLevel("formRoomExtraDescs");
     QVERIFY(extras);
-    MARL_PLAY(play(extras, s.host.script, {"textKeywords:type:plaque", "textDesc:type:Words.\n"
-                                           "More words.", "buttonAdd:click", "buttonDone:click"}));
-    MARL_PLAY(s.play({"yes", "buttonSave:click", "?said=Overwrite Existing Room: Overwrite "
-                                                 "Existing Room?, changed=-"}));
+    MARL_PLAY(play(extras, s.host.script,
+                   {"textKeywords:type:plaque",
+                    "textDesc:type:Words.\n"
+                    "More words.",
+                    "buttonAdd:click", "buttonDone:click"}));
+    MARL_PLAY(s.play({"yes", "buttonSave:click",
+                      "?said=Overwrite Existing Room: Overwrite "
+                      "Existing Room?, changed=-"}));
 
     // The first room holds the session's changes, in the file's own line ends.
     const std::string written = readBytes(s.host.path(QString::number(zone) + ".wld"));

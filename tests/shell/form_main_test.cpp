@@ -110,7 +110,7 @@ private slots:
         QStringList requests;
         for (const FileRequest& r : chooser.requests)
             requests << (r.save ? "save|" : "open|") + r.title + '|' + r.filter + '|' +
-                        r.defaultSuffix;
+                            r.defaultSuffix;
         QCOMPARE(requests, (QStringList{"save|New Mobile File|Mobile files (*.mob)|mob",
                                         "open|Open Mobile File|Mobile files (*.mob)|mob",
                                         "save|New World File|World files (*.wld)|wld",
@@ -126,19 +126,32 @@ private slots:
         QTest::addColumn<QString>("call");    // what the editor was asked; empty: nothing
         QTest::addColumn<QString>("message"); // empty: none
         QTest::addColumn<bool>("recent");     // the choice heads the Room list
-        QTest::newRow("30.wld") << "menuRoomOpen" << "30.wld" << "open 30" << "" << true;
-        QTest::newRow("New 31.wld") << "menuRoomNew" << "31.wld" << "new 31" << "" << true;
-        QTest::newRow("castle.wld") << "menuRoomOpen" << "castle.wld" << ""
+        QTest::newRow("30.wld") << "menuRoomOpen"
+                                << "30.wld"
+                                << "open 30"
+                                << "" << true;
+        QTest::newRow("New 31.wld") << "menuRoomNew"
+                                    << "31.wld"
+                                    << "new 31"
+                                    << "" << true;
+        QTest::newRow("castle.wld") << "menuRoomOpen"
+                                    << "castle.wld"
+                                    << ""
                                     << "castle.wld cannot be opened: the name of a zone file "
                                        "begins with its zone number, as in 30.wld."
                                     << false;
         // Listed before the file is read, and kept when the reading fails.
-        QTest::newRow("unreadable") << "menuRoomOpen" << "25.wld" << "open 25"
-                                    << "25.wld, line 4: expected the line \"<zone> <flags> <sector>\""
-                                    << true;
+        QTest::newRow("unreadable")
+            << "menuRoomOpen"
+            << "25.wld"
+            << "open 25"
+            << "25.wld, line 4: expected the line \"<zone> <flags> <sector>\"" << true;
         // Refused before the dialog.
-        QTest::newRow("no editor") << "menuObjectOpen" << "" << ""
-                                   << "The object editor is not available in this version." << false;
+        QTest::newRow("no editor")
+            << "menuObjectOpen"
+            << ""
+            << ""
+            << "The object editor is not available in this version." << false;
     }
 
     void loadEditor() {

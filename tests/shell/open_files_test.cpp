@@ -216,7 +216,7 @@ private slots:
         QCOMPARE(recentRooms(main), recent);
         if (shown.filter("formRoom").isEmpty())
             QCOMPARE(roomTable()[0].VNum, 0); // no partly read table is left behind
-        QVERIFY(chooser.requests.isEmpty()); // no dialog on the way
+        QVERIFY(chooser.requests.isEmpty());  // no dialog on the way
         if (!recent.isEmpty()) {
             const QString folder = arguments.contains("sub/") ? zonePath("sub/") : zonePath();
             QCOMPARE(main->recent().entry(KindRoom, 0).directory, folder);

@@ -134,8 +134,8 @@ bool playAcross(QWidget* home, ScriptedPrompts& script, const QStringList& steps
             continue;
         }
         QWidget* target = window ? window.data() : own.data();
-        if (!QTest::qVerify(target != nullptr, qPrintable(step), "the window has closed",
-                            __FILE__, __LINE__) ||
+        if (!QTest::qVerify(target != nullptr, qPrintable(step), "the window has closed", __FILE__,
+                            __LINE__) ||
             !play(target, script, {step}, probe))
             return false;
     }

@@ -49,8 +49,9 @@ template <typename Kind> void roundTrip(const std::string& bytes, std::int32_t z
 void zoneFileRows(const QString& dir, const QString& none,
                   const QStringList& patterns = {"*.wld", "*.mob", "*.obj"}) {
     QTest::addColumn<QString>("path");
-    const QFileInfoList files =
-        dir.isEmpty() ? QFileInfoList{} : QDir(dir).entryInfoList(patterns, QDir::Files, QDir::Name);
+    const QFileInfoList files = dir.isEmpty()
+                                    ? QFileInfoList{}
+                                    : QDir(dir).entryInfoList(patterns, QDir::Files, QDir::Name);
     if (files.isEmpty())
         QTest::newRow("none") << none;
     for (const QFileInfo& info : files)
@@ -117,9 +118,10 @@ void CorpusTest::oneStoredRoomChangesOnlyItsBytes() {
         room.Name += " (changed)";
         const std::string written = writeRooms(*table, count, 0);
         const std::size_t after = bytes.size() - start - before.Source.size();
-        QVERIFY2(written.compare(0, start, bytes, 0, start) == 0, qPrintable(QString::number(slot)));
-        QVERIFY2(written.size() > after &&
-                     written.compare(written.size() - after, after, bytes, bytes.size() - after) == 0,
+        QVERIFY2(written.compare(0, start, bytes, 0, start) == 0,
+                 qPrintable(QString::number(slot)));
+        QVERIFY2(written.size() > after && written.compare(written.size() - after, after, bytes,
+                                                           bytes.size() - after) == 0,
                  qPrintable(QString::number(slot)));
         auto again = std::make_unique<RoomTable>();
         QCOMPARE(readRooms(written, *again), count);

@@ -64,8 +64,7 @@ const std::map<QString, Vocabulary>& vocabularies() {
         {"spells", {entriesOf(kSpells, &ChoiceDef::control)}},
         {"liquids", {entriesOf(kLiquids, &LiquidDef::control)}},
         {"affect locations", {entriesOf(kAffectLocations, &ChoiceDef::control)}},
-        {"container state",
-         {entriesOf(kContainerStateFlags, &ChoiceDef::control), false, true}},
+        {"container state", {entriesOf(kContainerStateFlags, &ChoiceDef::control), false, true}},
     };
     return all;
 }
