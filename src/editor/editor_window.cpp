@@ -403,6 +403,41 @@ void EditorWindow::closeEvent(QCloseEvent* event) {
     host_.editorClosed();
 }
 
+std::vector<QGroupBox*>
+EditorWindow::makeFields(std::span<const FieldDef> defs, std::span<QLineEdit*> edits,
+                         const std::function<bool(const FieldDef&)>& unframed) {
+    // Numbers without a typing limit hold 32 bits.
+    constexpr int kUnlimitedColumns = 12;
+    std::vector<QGroupBox*> frames(defs.size(), nullptr);
+    for (std::size_t row = 0; row < defs.size(); ++row) {
+        const FieldDef& def = defs[row];
+        QLineEdit* edit = nullptr;
+        if (row == 0) {
+            edit = textVNum_;
+        } else if (def.kind == FieldKind::Number) {
+            edit = ui::named(new NumericField(def.rule, this), def.control);
+        } else {
+            edit = ui::named(new QLineEdit(this), def.control);
+            edit->setFont(fixedFont());
+            guardTildeText(edit);
+            edit->setMinimumWidth(ui::widthForColumns(edit, 40));
+        }
+        if (def.kind == FieldKind::Number)
+            edit->setFixedWidth(ui::widthForColumns(
+                edit, def.rule.maxLength > 0 ? def.rule.maxLength + 2 : kUnlimitedColumns));
+        edits[row] = edit;
+        if (unframed && unframed(def))
+            continue;
+        frames[row] = ui::frame(this, def.frame, QString::fromLatin1(def.caption));
+        edit->setParent(frames[row]);
+        auto* frameLayout = new QHBoxLayout(frames[row]);
+        frameLayout->addWidget(edit);
+        if (def.kind == FieldKind::Number)
+            frameLayout->addStretch();
+    }
+    return frames;
+}
+
 void EditorWindow::placeLayout(QLayout* left, QLayout* right,
                                std::initializer_list<QPushButton*> extra) {
     auto* body = new QHBoxLayout;

@@ -11,9 +11,11 @@
 #include <QPointer>
 #include <QWidget>
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <span>
+#include <vector>
 
 #include "editor/dialog_owner.h"
 #include "editor/dialog_waiter.h"
@@ -23,6 +25,7 @@
 #include "world/numeric_rule.h"
 
 class QLineEdit;
+class QGroupBox;
 class QLayout;
 class QListWidget;
 class QPushButton;
@@ -79,6 +82,12 @@ protected:
     // number that does not read as one, told to the builder by its caption.
     static bool fieldsFilled(std::span<const FieldDef> defs, std::span<QLineEdit* const> edits);
     bool checkFieldTable(std::span<const FieldDef> defs, std::span<QLineEdit* const> edits);
+    // The entry fields of a field table, into `edits` in the table's order
+    // (its first row is the VNum field made here), each in a frame of its
+    // own captioned from the table unless `unframed` says otherwise; returns
+    // the frames by row, null for a field left unframed.
+    std::vector<QGroupBox*> makeFields(std::span<const FieldDef> defs, std::span<QLineEdit*> edits,
+                                       const std::function<bool(const FieldDef&)>& unframed = {});
     // The window's layout: the list's side at the left, the record's at the
     // right with twice its share of the width, and the commands along the
     // bottom, the kind's own (`extra`) after Delete.

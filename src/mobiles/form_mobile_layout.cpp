@@ -38,43 +38,16 @@ PositionChoices positionChoices(bool load) {
 const PositionChoices kLoadChoices = positionChoices(true);
 const PositionChoices kDefaultChoices = positionChoices(false);
 
-// Width in characters of a number field, by its typing limit; the unlimited
-// ones (gold, experience) hold a 32-bit number.
-int numberColumns(const NumericRule& rule) {
-    return rule.maxLength > 0 ? rule.maxLength + 2 : 12;
-}
-
 } // namespace
 
 void FormMobile::buildLayout() {
-    // Every field in a frame of its own, made from the field table.
-    std::array<QGroupBox*, kMobileFields.size()> frames{};
-    for (std::size_t row = 0; row < kMobileFields.size(); ++row) {
-        const FieldDef& def = kMobileFields[row];
-        QLineEdit* edit = nullptr;
-        if (row == 0) {
-            edit = textVNum_;
-        } else if (def.kind == FieldKind::Number) {
-            edit = named(new NumericField(def.rule, this), def.control);
-        } else {
-            edit = named(new QLineEdit(this), def.control);
-            edit->setFont(fixedFont());
-            guardTildeText(edit);
-            edit->setMinimumWidth(widthForColumns(edit, 40));
-        }
-        if (def.kind == FieldKind::Number)
-            edit->setFixedWidth(widthForColumns(edit, numberColumns(def.rule)));
-        fields_[row] = edit;
-        // The dice frames hold three fields: made once, below.
-        if (std::string_view(def.frame) == "frameMHP" || std::string_view(def.frame) == "frameBHD")
-            continue;
-        frames[row] = frame(this, def.frame, QString::fromLatin1(def.caption));
-        edit->setParent(frames[row]);
-        auto* frameLayout = new QHBoxLayout(frames[row]);
-        frameLayout->addWidget(edit);
-        if (def.kind == FieldKind::Number)
-            frameLayout->addStretch();
-    }
+    // Every field in a frame of its own, made from the field table; the
+    // dice frames hold three fields each and are made below.
+    const std::vector<QGroupBox*> frames =
+        makeFields(kMobileFields, fields_, [](const FieldDef& def) {
+            return std::string_view(def.frame) == "frameMHP" ||
+                   std::string_view(def.frame) == "frameBHD";
+        });
     const auto frameOf = [&](const char* control) {
         return frames[static_cast<std::size_t>(findField(kMobileFields, control) -
                                                kMobileFields.data())];

@@ -35,9 +35,6 @@ TypeChoices typeChoices() {
 }
 const TypeChoices kTypeChoices = typeChoices();
 
-// The three numbers hold up to ten digits.
-constexpr int kNumberColumns = 12;
-
 // A frame holding a flag grid and, below it on the right, its Clear Bits.
 QGroupBox* flagFrame(QWidget* parent, const char* name, const char* caption, FlagGrid* grid,
                      QPushButton* clear) {
@@ -58,31 +55,7 @@ QGroupBox* flagFrame(QWidget* parent, const char* name, const char* caption, Fla
 
 void FormObject::buildLayout() {
     // Every field in a frame of its own, made from the field table.
-    std::array<QGroupBox*, kObjectFields.size()> frames{};
-    for (std::size_t row = 0; row < kObjectFields.size(); ++row) {
-        const FieldDef& def = kObjectFields[row];
-        QLineEdit* edit = nullptr;
-        if (row == 0) {
-            edit = textVNum_;
-        } else if (def.kind == FieldKind::Number) {
-            edit = named(new NumericField(def.rule, this), def.control);
-        } else {
-            edit = named(new QLineEdit(this), def.control);
-            edit->setFont(fixedFont());
-            guardTildeText(edit);
-            edit->setMinimumWidth(widthForColumns(edit, 40));
-        }
-        if (def.kind == FieldKind::Number)
-            edit->setFixedWidth(widthForColumns(
-                edit, def.rule.maxLength > 0 ? def.rule.maxLength + 2 : kNumberColumns));
-        fields_[row] = edit;
-        frames[row] = frame(this, def.frame, QString::fromLatin1(def.caption));
-        edit->setParent(frames[row]);
-        auto* frameLayout = new QHBoxLayout(frames[row]);
-        frameLayout->addWidget(edit);
-        if (def.kind == FieldKind::Number)
-            frameLayout->addStretch();
-    }
+    const std::vector<QGroupBox*> frames = makeFields(kObjectFields, fields_);
     const auto frameOf = [&](const char* control) {
         return frames[static_cast<std::size_t>(findField(kObjectFields, control) -
                                                kObjectFields.data())];
