@@ -27,13 +27,11 @@ DescTextDialog::DescTextDialog(const DialogText& text, TextField field, DialogOw
     auto* descLayout = new QVBoxLayout(descFrame);
     descLayout->addWidget(textDesc_);
 
-    buttonClearAll_ = button(this, "buttonClearAll", "Clear All", 'l');
-    buttonCancel_ = button(this, "buttonCancel", "Cancel", 'c');
-    buttonDone_ = button(this, "buttonDone", "Done", 'd');
+    auto* commands = makeCommands(false);
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(descFrame, 1);
-    layout->addLayout(commandRow({buttonClearAll_}, {buttonCancel_, buttonDone_}));
+    layout->addLayout(commands);
     tabChain({textDesc_, buttonClearAll_, buttonCancel_, buttonDone_});
 
     connect(textDesc_, &QPlainTextEdit::textChanged, this, [this] { changed_ = true; });

@@ -39,9 +39,6 @@ private:
     int recordIndex_ = 0;
 
     TildeTextEdit* textDesc_ = nullptr;
-    QPushButton* buttonDone_ = nullptr;
-    QPushButton* buttonCancel_ = nullptr;
-    QPushButton* buttonClearAll_ = nullptr;
 };
 
 } // namespace marl

@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 
 #include "widgets/prompts.h"
+#include "widgets/qt_widgets.h"
 
 namespace marl {
 
@@ -50,6 +51,14 @@ void OwnedDialog::onClearAll(QWidget* focus) {
     changed_ = true;
     ClearAll();
     focus->setFocus();
+}
+
+QHBoxLayout* OwnedDialog::makeCommands(bool doneIsDefault) {
+    buttonClearAll_ = ui::button(this, "buttonClearAll", "Clear All", 'l');
+    buttonCancel_ = ui::button(this, "buttonCancel", "Cancel", 'c');
+    buttonDone_ = ui::button(this, "buttonDone", "Done", 'd');
+    buttonDone_->setDefault(doneIsDefault);
+    return ui::commandRow({buttonClearAll_}, {buttonCancel_, buttonDone_});
 }
 
 void OwnedDialog::tellOwnerStored() {

@@ -12,6 +12,9 @@
 #include "editor/dialog_owner.h"
 #include "world/form_text.h"
 
+class QHBoxLayout;
+class QPushButton;
+
 namespace marl {
 
 class Prompts;
@@ -48,6 +51,10 @@ protected:
     void finish();
     // Clear All: asks, then clears (a change) and puts the focus in `focus`.
     void onClearAll(QWidget* focus);
+    // Clear All at the left, Cancel and Done at the right, Done the default
+    // unless Enter belongs to a text: the commands every such dialog ends
+    // with, made as its buttons and returned as the row for its layout.
+    QHBoxLayout* makeCommands(bool doneIsDefault = true);
     // Hands the stored result to the owner (while it is still there).
     void tellOwnerStored();
     // The builder agreed to leave without storing the dialog's changes.
@@ -57,6 +64,9 @@ protected:
 
     Prompts& prompts_;
     bool changed_ = false;
+    QPushButton* buttonClearAll_ = nullptr;
+    QPushButton* buttonCancel_ = nullptr;
+    QPushButton* buttonDone_ = nullptr;
 
 private:
     bool mayCancel();

@@ -54,17 +54,14 @@ FormMobileESpecs::FormMobileESpecs(DialogOwner& owner, Prompts& prompts)
         abilities_[i] = field;
     }
 
-    buttonClearAll_ = button(this, "buttonClearAll", "Clear All", 'l');
-    buttonCancel_ = button(this, "buttonCancel", "Cancel", 'c');
-    buttonDone_ = button(this, "buttonDone", "Done", 'd');
-    buttonDone_->setDefault(true);
+    auto* commands = makeCommands();
 
     auto* body = new QHBoxLayout;
     body->addWidget(attackFrame);
     body->addLayout(abilityGrid);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(body);
-    layout->addLayout(commandRow({buttonClearAll_}, {buttonCancel_, buttonDone_}));
+    layout->addLayout(commands);
     layout->setSizeConstraint(QLayout::SetFixedSize);
 
     // The options are one stop: Tab enters the selected one, arrows move.

@@ -32,9 +32,6 @@ private:
 
     OptionGroup* attacks_ = nullptr;
     std::array<NumericField*, kAbilities.size()> abilities_{};
-    QPushButton* buttonDone_ = nullptr;
-    QPushButton* buttonCancel_ = nullptr;
-    QPushButton* buttonClearAll_ = nullptr;
 };
 
 } // namespace marl

@@ -22,14 +22,11 @@ FormMobileFlags::FormMobileFlags(const FlagDialogDef& def, DialogOwner& owner, P
     auto* flagLayout = new QVBoxLayout(flagFrame);
     flagLayout->addWidget(flags_);
 
-    buttonClearAll_ = button(this, "buttonClearAll", "Clear All", 'l');
-    buttonCancel_ = button(this, "buttonCancel", "Cancel", 'c');
-    buttonDone_ = button(this, "buttonDone", "Done", 'd');
-    buttonDone_->setDefault(true);
+    auto* commands = makeCommands();
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(flagFrame);
-    layout->addLayout(commandRow({buttonClearAll_}, {buttonCancel_, buttonDone_}));
+    layout->addLayout(commands);
     layout->setSizeConstraint(QLayout::SetFixedSize);
 
     QList<QWidget*> chain;

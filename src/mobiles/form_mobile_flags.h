@@ -30,9 +30,6 @@ private:
     int recordIndex_ = 0;
 
     FlagGrid* flags_ = nullptr;
-    QPushButton* buttonDone_ = nullptr;
-    QPushButton* buttonCancel_ = nullptr;
-    QPushButton* buttonClearAll_ = nullptr;
 };
 
 } // namespace marl

@@ -37,14 +37,11 @@ FormObjectContainerState::FormObjectContainerState(DialogOwner& owner, Prompts& 
         connect(boxes_[i], &QCheckBox::toggled, this, [this] { changed_ = true; });
     }
 
-    buttonClearAll_ = button(this, "buttonClearAll", "Clear All", 'l');
-    buttonCancel_ = button(this, "buttonCancel", "Cancel", 'c');
-    buttonDone_ = button(this, "buttonDone", "Done", 'd');
-    buttonDone_->setDefault(true);
+    auto* commands = makeCommands();
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(box);
-    layout->addLayout(commandRow({buttonClearAll_}, {buttonCancel_, buttonDone_}));
+    layout->addLayout(commands);
     layout->setSizeConstraint(QLayout::SetFixedSize);
 
     QList<QWidget*> chain(boxes_.begin(), boxes_.end());

@@ -35,9 +35,6 @@ private:
 
     QPointer<QLineEdit> target_;
     std::array<QCheckBox*, 4> boxes_{};
-    QPushButton* buttonDone_ = nullptr;
-    QPushButton* buttonCancel_ = nullptr;
-    QPushButton* buttonClearAll_ = nullptr;
 };
 
 } // namespace marl

@@ -51,14 +51,11 @@ FormObjectPickList::FormObjectPickList(DialogOwner& owner, Prompts& prompts,
     auto* boxLayout = new QVBoxLayout(box);
     boxLayout->addWidget(options_);
 
-    buttonClearAll_ = button(this, "buttonClearAll", "Clear All", 'l');
-    buttonCancel_ = button(this, "buttonCancel", "Cancel", 'c');
-    buttonDone_ = button(this, "buttonDone", "Done", 'd');
-    buttonDone_->setDefault(true);
+    auto* commands = makeCommands();
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(box);
-    layout->addLayout(commandRow({buttonClearAll_}, {buttonCancel_, buttonDone_}));
+    layout->addLayout(commands);
     layout->setSizeConstraint(QLayout::SetFixedSize);
 
     // The options are one stop: Tab enters the selected one, arrows move.

@@ -40,9 +40,6 @@ private:
     const PickListDef& list_;
     QPointer<QLineEdit> target_;
     OptionGroup* options_ = nullptr;
-    QPushButton* buttonDone_ = nullptr;
-    QPushButton* buttonCancel_ = nullptr;
-    QPushButton* buttonClearAll_ = nullptr;
 };
 
 } // namespace marl

@@ -70,9 +70,6 @@ private:
     std::array<GroupControls, kValueGroups.size()> groups_{};
     QCheckBox* checkEternal_ = nullptr;
     NumericField* textLightDuration_ = nullptr; // the field the Eternal box sets
-    QPushButton* buttonDone_ = nullptr;
-    QPushButton* buttonCancel_ = nullptr;
-    QPushButton* buttonClearAll_ = nullptr;
     DialogWaiter pickers_{*this};
 };
 

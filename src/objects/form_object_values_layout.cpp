@@ -66,14 +66,11 @@ FormObjectValues::FormObjectValues(DialogOwner& owner, Prompts& prompts)
                         static_cast<int>(i) % kGroupColumns);
     }
 
-    buttonClearAll_ = button(this, "buttonClearAll", "Clear All", 'l');
-    buttonCancel_ = button(this, "buttonCancel", "Cancel", 'c');
-    buttonDone_ = button(this, "buttonDone", "Done", 'd');
-    buttonDone_->setDefault(true);
+    auto* commands = makeCommands();
 
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(grid);
-    layout->addLayout(commandRow({buttonClearAll_}, {buttonCancel_, buttonDone_}));
+    layout->addLayout(commands);
     layout->setSizeConstraint(QLayout::SetFixedSize);
 
     // Tab in reading order: group by group, each caption button before its

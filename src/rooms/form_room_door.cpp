@@ -15,10 +15,10 @@
 
 #include "rooms/room_record.h"
 #include "widgets/prompts.h"
-#include "world/numeric_rule.h"
 #include "widgets/qt_text.h"
 #include "widgets/qt_widgets.h"
 #include "widgets/vocab_controls.h"
+#include "world/numeric_rule.h"
 
 namespace marl {
 
@@ -107,10 +107,7 @@ void FormRoomDoor::buildLayout() {
     auto* descLayout = new QVBoxLayout(descFrame);
     descLayout->addWidget(textDesc_);
 
-    buttonDone_ = button(this, "buttonDone", "Done", 'd');
-    buttonCancel_ = button(this, "buttonCancel", "Cancel", 'c');
-    buttonClearAll_ = button(this, "buttonClearAll", "Clear All", 'l');
-    buttonDone_->setDefault(true);
+    auto* commands = makeCommands();
 
     auto* doorAndKey = new QHBoxLayout;
     doorAndKey->addWidget(doorFrame);
@@ -120,7 +117,7 @@ void FormRoomDoor::buildLayout() {
     layout->addLayout(doorAndKey);
     layout->addWidget(keywordFrame);
     layout->addWidget(descFrame, 1);
-    layout->addLayout(commandRow({buttonClearAll_}, {buttonCancel_, buttonDone_}));
+    layout->addLayout(commands);
 
     tabChain({textToVNum_, checkNowhere_, optionNormal_, optionDoor_, optionPickProof_,
               textKeyVNum_, checkNoKey_, textKeywords_, textDesc_, buttonClearAll_, buttonCancel_,

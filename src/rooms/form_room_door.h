@@ -28,8 +28,8 @@ public:
     // The room slot, the exit slot (0 north to 5 down), the caption of the
     // exit's check box, the text of its destination field and the text of
     // the room editor's VNum field.
-    void SetupForm(int roomSlot, int exitSlot, const QString& direction,
-                   const QString& destination, const QString& fromVNum);
+    void SetupForm(int roomSlot, int exitSlot, const QString& direction, const QString& destination,
+                   const QString& fromVNum);
     void ClearAll() override;
 
 private:
@@ -56,9 +56,6 @@ private:
     QCheckBox* checkNoKey_ = nullptr;
     QLineEdit* textKeywords_ = nullptr;
     TildeTextEdit* textDesc_ = nullptr;
-    QPushButton* buttonDone_ = nullptr;
-    QPushButton* buttonCancel_ = nullptr;
-    QPushButton* buttonClearAll_ = nullptr;
 };
 
 } // namespace marl
