@@ -1,4 +1,6 @@
 // The About box, and finding and starting the system-information tool.
+#include "test_main.h"
+
 #include <QtTest>
 
 #include <QAction>
@@ -186,5 +188,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(FormAboutTest)
+MARL_TEST_MAIN(FormAboutTest)
 #include "form_about_test.moc"

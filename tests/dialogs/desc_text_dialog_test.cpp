@@ -3,6 +3,8 @@
 // row: what it shows, the texts it refuses, Done, Cancel, Clear All, Escape
 // and the frame's close, each with what reaches the record and the owner.
 
+#include "test_main.h"
+
 #include "dialog_owner_double.h"
 #include "script_player.h"
 
@@ -86,5 +88,5 @@ void DescTextDialogTest::script() {
     delete dialog.data();
 }
 
-QTEST_MAIN(DescTextDialogTest)
+MARL_TEST_MAIN(DescTextDialogTest)
 #include "desc_text_dialog_test.moc"

@@ -2,6 +2,8 @@
 // per row: the list, the enabling of its buttons, Add, Edit, Update, Remove
 // and Remove All on the record's pairs, and its ways out in both variants.
 
+#include "test_main.h"
+
 #include "../rooms/form_room_fixture.h"
 
 #include "dialogs/extra_descs_dialog.h"
@@ -135,5 +137,5 @@ void ExtraDescsDialogTest::script() {
     delete dialog.data();
 }
 
-QTEST_MAIN(ExtraDescsDialogTest)
+MARL_TEST_MAIN(ExtraDescsDialogTest)
 #include "extra_descs_dialog_test.moc"

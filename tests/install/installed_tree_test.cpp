@@ -2,6 +2,8 @@
 // there, the files agree with each other, the installed programs run, and
 // the distribution's validators accept the desktop entry, the metainfo and
 // the MIME definitions when they are installed.
+#include "test_main.h"
+
 #include <QtTest>
 
 #include <QImage>
@@ -182,5 +184,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(InstalledTreeTest)
+MARL_TEST_MAIN(InstalledTreeTest)
 #include "installed_tree_test.moc"

@@ -5,6 +5,8 @@
 // close.  Then the slot rules: after Save, Delete, Edit answered Yes and New
 // with a VNum already taken, each dialog edits the mobile shown and no other.
 
+#include "test_main.h"
+
 #include "form_mobile_fixture.h"
 
 using namespace marl;
@@ -218,5 +220,5 @@ void FormMobileDialogsTest::slotRules() {
                  qPrintable(QString("slot %1").arg(slot)));
 }
 
-QTEST_MAIN(FormMobileDialogsTest)
+MARL_TEST_MAIN(FormMobileDialogsTest)
 #include "form_mobile_dialogs_test.moc"

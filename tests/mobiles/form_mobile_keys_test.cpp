@@ -2,6 +2,8 @@
 // Alt and a letter press the control while its caption reads as it stands,
 // and Tab walks the editor's fields in reading order.
 
+#include "test_main.h"
+
 #include "form_mobile_fixture.h"
 
 #include "access_keys.h"
@@ -64,5 +66,5 @@ void FormMobileKeysTest::tabOrder() {
                      "textBHDNumD", "textBHDSizeD", "textBHDPlus"}));
 }
 
-QTEST_MAIN(FormMobileKeysTest)
+MARL_TEST_MAIN(FormMobileKeysTest)
 #include "form_mobile_keys_test.moc"

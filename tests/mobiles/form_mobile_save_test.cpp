@@ -2,6 +2,8 @@
 // from the window and read back, and a builder's whole session on real zone
 // files.
 
+#include "test_main.h"
+
 #include "form_mobile_fixture.h"
 #include "save_checks.h"
 
@@ -168,5 +170,5 @@ void FormMobileSaveTest::wholeSession() {
     MARL_PLAY(s.playAll({"buttonDone:click", "?closed=1"}));
 }
 
-QTEST_MAIN(FormMobileSaveTest)
+MARL_TEST_MAIN(FormMobileSaveTest)
 #include "form_mobile_save_test.moc"

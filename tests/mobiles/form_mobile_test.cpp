@@ -3,6 +3,8 @@
 // enabling of Save and its refusals, the overwrite question, New, Delete,
 // the guard messages and the ways of leaving, with what the file then holds.
 
+#include "test_main.h"
+
 #include "form_mobile_fixture.h"
 
 using namespace marl;
@@ -203,5 +205,5 @@ void FormMobileTest::script() {
     QCOMPARE(s.editor.isNull(), closed == 1);
 }
 
-QTEST_MAIN(FormMobileTest)
+MARL_TEST_MAIN(FormMobileTest)
 #include "form_mobile_test.moc"

@@ -1,3 +1,5 @@
+#include "test_main.h"
+
 #include "../world/zone_files.h"
 
 using namespace marl;
@@ -124,5 +126,5 @@ void MobileFileTest::writes_data() {
     // clang-format on
 }
 
-QTEST_GUILESS_MAIN(MobileFileTest)
+MARL_TEST_MAIN(MobileFileTest)
 #include "mobile_file_test.moc"

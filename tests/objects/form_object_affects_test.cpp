@@ -4,6 +4,8 @@
 // on the object's affects, and the ways out.  Then its tab order and access
 // keys.
 
+#include "test_main.h"
+
 #include "access_keys.h"
 #include "dialog_owner_double.h"
 #include "script_player.h"
@@ -304,5 +306,5 @@ void FormObjectAffectsTest::accessKeys() {
     }
 }
 
-QTEST_MAIN(FormObjectAffectsTest)
+MARL_TEST_MAIN(FormObjectAffectsTest)
 #include "form_object_affects_test.moc"

@@ -5,6 +5,8 @@
 // Save, Delete, Edit answered Yes and New with a VNum already taken, each
 // dialog edits the object shown and no other.
 
+#include "test_main.h"
+
 #include "form_object_fixture.h"
 
 using namespace marl;
@@ -138,5 +140,5 @@ void FormObjectDialogsTest::slotRules() {
                  qPrintable(QString("slot %1").arg(slot)));
 }
 
-QTEST_MAIN(FormObjectDialogsTest)
+MARL_TEST_MAIN(FormObjectDialogsTest)
 #include "form_object_dialogs_test.moc"

@@ -4,6 +4,8 @@
 // editor and the two dialogs it sets up itself; Tab walks the editor in
 // reading order.
 
+#include "test_main.h"
+
 #include "form_object_fixture.h"
 
 #include "access_keys.h"
@@ -97,5 +99,5 @@ void FormObjectKeysTest::tabOrder() {
     QCOMPARE(tabWalk(s.editor, find(s.editor, from), walk.size()), walk);
 }
 
-QTEST_MAIN(FormObjectKeysTest)
+MARL_TEST_MAIN(FormObjectKeysTest)
 #include "form_object_keys_test.moc"

@@ -2,6 +2,8 @@
 // from the window and read back, and a builder's whole session on real zone
 // files.
 
+#include "test_main.h"
+
 #include "form_object_fixture.h"
 #include "save_checks.h"
 
@@ -184,5 +186,5 @@ void FormObjectSaveTest::wholeSession() {
     MARL_PLAY(s.playAll({"buttonDone:click", "?closed=1"}));
 }
 
-QTEST_MAIN(FormObjectSaveTest)
+MARL_TEST_MAIN(FormObjectSaveTest)
 #include "form_object_save_test.moc"

@@ -4,6 +4,8 @@
 // enabling of Save and its refusals, the overwrite question, New, Delete,
 // the guard messages and the ways of leaving, with what the file then holds.
 
+#include "test_main.h"
+
 #include "form_object_fixture.h"
 
 using namespace marl;
@@ -258,5 +260,5 @@ void FormObjectTest::script() {
     QCOMPARE(s.editor.isNull(), closed == 1);
 }
 
-QTEST_MAIN(FormObjectTest)
+MARL_TEST_MAIN(FormObjectTest)
 #include "form_object_test.moc"

@@ -2,6 +2,8 @@
 // container state: Alt and a letter press the control while its caption
 // reads as it stands, and Tab walks the group shown in reading order.
 
+#include "test_main.h"
+
 #include "form_object_values_fixture.h"
 
 #include "access_keys.h"
@@ -92,5 +94,5 @@ void FormObjectValuesKeysTest::tabOrder() {
     QCOMPARE(QStringList{first->objectName()} + tabWalk(s.dialog, first, walk.size() - 1), walk);
 }
 
-QTEST_MAIN(FormObjectValuesKeysTest)
+MARL_TEST_MAIN(FormObjectValuesKeysTest)
 #include "form_object_values_keys_test.moc"

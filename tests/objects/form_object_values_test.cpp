@@ -4,6 +4,8 @@
 // what the pick lists and the container state hand back.  The stock objects
 // then show and store their values unchanged.
 
+#include "test_main.h"
+
 #include "form_object_values_fixture.h"
 
 #include <QPushButton>
@@ -309,5 +311,5 @@ void FormObjectValuesTest::stockValuesSurvive() {
     QVERIFY(checked > 100);
 }
 
-QTEST_MAIN(FormObjectValuesTest)
+MARL_TEST_MAIN(FormObjectValuesTest)
 #include "form_object_values_test.moc"

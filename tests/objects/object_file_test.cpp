@@ -1,3 +1,5 @@
+#include "test_main.h"
+
 #include "../world/zone_files.h"
 
 using namespace marl;
@@ -148,5 +150,5 @@ void ObjectFileTest::listsHoldTheirFixedSlots() {
     QCOMPARE(std::as_const(o).ExtraDescs[2].Keywords, std::string("third"));
 }
 
-QTEST_GUILESS_MAIN(ObjectFileTest)
+MARL_TEST_MAIN(ObjectFileTest)
 #include "object_file_test.moc"

@@ -2,6 +2,8 @@
 // script per row: what it shows, its fields and the memory of No Key and
 // Nowhere, what Done stores and refuses, Clear All, and the ways of closing.
 
+#include "test_main.h"
+
 #include "form_room_fixture.h"
 
 using namespace marl;
@@ -149,5 +151,5 @@ void FormRoomDoorTest::script() {
     delete door.data();
 }
 
-QTEST_MAIN(FormRoomDoorTest)
+MARL_TEST_MAIN(FormRoomDoorTest)
 #include "form_room_door_test.moc"

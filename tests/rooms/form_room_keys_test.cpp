@@ -1,6 +1,8 @@
 // The access keys of the room editor and its two dialogs: Alt and a letter
 // press the control while its caption reads as it stands.
 
+#include "test_main.h"
+
 #include "form_room_fixture.h"
 
 #include "access_keys.h"
@@ -60,5 +62,5 @@ void FormRoomKeysTest::accessKeys() {
     }
 }
 
-QTEST_MAIN(FormRoomKeysTest)
+MARL_TEST_MAIN(FormRoomKeysTest)
 #include "form_room_keys_test.moc"

@@ -2,6 +2,8 @@
 // screen with every stock zone open and its list shows whole names; Tab
 // follows the reading order, in the editor and in the exit dialog.
 
+#include "test_main.h"
+
 #include "form_room_fixture.h"
 
 #include <QFileInfo>
@@ -68,5 +70,5 @@ void FormRoomLayoutTest::tabOrder() {
     QCOMPARE(tabWalk(shown, start, order.size()), order);
 }
 
-QTEST_MAIN(FormRoomLayoutTest)
+MARL_TEST_MAIN(FormRoomLayoutTest)
 #include "form_room_layout_test.moc"

@@ -4,6 +4,8 @@
 // every stock room survives being shown and saved, the empty zone, and a
 // save that changes only the bytes of the room saved.
 
+#include "test_main.h"
+
 #include "form_room_fixture.h"
 #include "save_checks.h"
 
@@ -221,5 +223,5 @@ void FormRoomRulesTest::savingChangesOnlyThatRoom() {
     QCOMPARE(after, rest);
 }
 
-QTEST_MAIN(FormRoomRulesTest)
+MARL_TEST_MAIN(FormRoomRulesTest)
 #include "form_room_rules_test.moc"

@@ -1,6 +1,8 @@
 // Saving in the room editor: writes that fail, and a builder's whole session
 // on real zone files.
 
+#include "test_main.h"
+
 #include "form_room_fixture.h"
 #include "save_checks.h"
 
@@ -125,5 +127,5 @@ void FormRoomSaveTest::wholeSession() {
     MARL_PLAY(s.play({"buttonDone:click", "?closed=1"}));
 }
 
-QTEST_MAIN(FormRoomSaveTest)
+MARL_TEST_MAIN(FormRoomSaveTest)
 #include "form_room_save_test.moc"

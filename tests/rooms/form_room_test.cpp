@@ -3,6 +3,8 @@
 // absent marks, the list, New, the ways of leaving, and saving and deleting
 // with what the file then holds.
 
+#include "test_main.h"
+
 #include "form_room_fixture.h"
 
 using namespace marl;
@@ -222,5 +224,5 @@ void FormRoomTest::script() {
     QCOMPARE(s.host.closed, closed);
 }
 
-QTEST_MAIN(FormRoomTest)
+MARL_TEST_MAIN(FormRoomTest)
 #include "form_room_test.moc"

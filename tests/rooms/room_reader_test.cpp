@@ -1,3 +1,5 @@
+#include "test_main.h"
+
 #include "../world/zone_files.h"
 
 using namespace marl;
@@ -85,5 +87,5 @@ void RoomReaderTest::tableGrowsWithItsFile() {
     QVERIFY(table->lineEnd == LineEnd::CrLf);
 }
 
-QTEST_GUILESS_MAIN(RoomReaderTest)
+MARL_TEST_MAIN(RoomReaderTest)
 #include "room_reader_test.moc"

@@ -1,3 +1,5 @@
+#include "test_main.h"
+
 #include "../world/zone_files.h"
 
 using namespace marl;
@@ -68,5 +70,5 @@ void RoomWriterTest::failedWriteLeavesTheOldFile() {
     QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot), left);
 }
 
-QTEST_GUILESS_MAIN(RoomWriterTest)
+MARL_TEST_MAIN(RoomWriterTest)
 #include "room_writer_test.moc"

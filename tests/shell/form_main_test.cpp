@@ -1,6 +1,8 @@
 // The main window: its menus, opening a file through the dialog or a recent
 // item (into a stand-in editor; the real editors open in open_files_test),
 // and the recent-files lists.
+#include "test_main.h"
+
 #include <QtTest>
 
 #include <QAction>
@@ -326,5 +328,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(FormMainTest)
+MARL_TEST_MAIN(FormMainTest)
 #include "form_main_test.moc"

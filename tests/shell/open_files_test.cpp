@@ -1,6 +1,8 @@
 // Files given to the program from outside the menus (its command line, a
 // drop on the main window), the folder its file dialogs start in, and where
 // recent.dat is kept.
+#include "test_main.h"
+
 #include <QtTest>
 
 #include <QAction>
@@ -367,5 +369,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(OpenFilesTest)
+MARL_TEST_MAIN(OpenFilesTest)
 #include "open_files_test.moc"

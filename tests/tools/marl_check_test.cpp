@@ -1,6 +1,8 @@
 // marl-check run as a builder runs it, from outside: what it prints, its exit
 // status, and the files --rewrite leaves.
 
+#include "test_main.h"
+
 #include "../world/zone_files.h"
 
 #include <QProcess>
@@ -200,5 +202,5 @@ void MarlCheckTest::reportThatCannotBeWritten() {
              QStringLiteral("marl-check: cannot write the report: No space left on device\n"));
 }
 
-QTEST_GUILESS_MAIN(MarlCheckTest)
+MARL_TEST_MAIN(MarlCheckTest)
 #include "marl_check_test.moc"

@@ -2,6 +2,8 @@
 // line drawn with its value at one column, and an entry removed from a
 // record's slot list with the later ones moving up.
 
+#include "test_main.h"
+
 #include <QtTest>
 
 #include "widgets/column_delegate.h"
@@ -79,5 +81,5 @@ void ListLinesTest::removeEntry() {
     QCOMPARE(shown(list), after);
 }
 
-QTEST_MAIN(ListLinesTest)
+MARL_TEST_MAIN(ListLinesTest)
 #include "list_lines_test.moc"

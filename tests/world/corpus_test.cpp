@@ -3,6 +3,8 @@
 // same records.  (Our example files, written as the editor writes, are saved
 // from the editors byte for byte by each kind's save test.)
 
+#include "test_main.h"
+
 #include "zone_files.h"
 
 #include <QRegularExpression>
@@ -132,5 +134,5 @@ void CorpusTest::oneStoredRoomChangesOnlyItsBytes() {
     }
 }
 
-QTEST_GUILESS_MAIN(CorpusTest)
+MARL_TEST_MAIN(CorpusTest)
 #include "corpus_test.moc"

@@ -2,6 +2,8 @@
 // new: a large stock-like file takes at most 8 times its size, and clearing
 // the table gives back what it took beyond its 101 slots.
 
+#include "test_main.h"
+
 #include "zone_files.h"
 
 #include "../../bench/allocation_counter.h"
@@ -64,5 +66,5 @@ void TableMemoryTest::largeFile() {
     });
 }
 
-QTEST_GUILESS_MAIN(TableMemoryTest)
+MARL_TEST_MAIN(TableMemoryTest)
 #include "table_memory_test.moc"

@@ -2,6 +2,8 @@
 // field of each kind, in LF and CR LF files, through three cycles of writing
 // every record field by field and reading it again.
 
+#include "test_main.h"
+
 #include "zone_files.h"
 
 using namespace marl;
@@ -93,5 +95,5 @@ void TextBytesTest::crRunsSurvive() {
         });
 }
 
-QTEST_GUILESS_MAIN(TextBytesTest)
+MARL_TEST_MAIN(TextBytesTest)
 #include "text_bytes_test.moc"

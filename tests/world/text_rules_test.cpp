@@ -1,3 +1,5 @@
+#include "test_main.h"
+
 #include "zone_files.h"
 
 #include "world/numeric_rule.h"
@@ -263,5 +265,5 @@ void TextRulesTest::crOnlyLineEnds() {
     QCOMPARE(readHeader<test::Rooms>(test::lines("#1|R\rx~|~|30 0 0|S|$", "\n"), 0), "1");
 }
 
-QTEST_GUILESS_MAIN(TextRulesTest)
+MARL_TEST_MAIN(TextRulesTest)
 #include "text_rules_test.moc"

@@ -5,6 +5,8 @@
 // types and the pick lists they open; and the container state and dice
 // texts read as the server means them.
 
+#include "test_main.h"
+
 #include "zone_files.h"
 
 #include <map>
@@ -242,5 +244,5 @@ void VocabularyTablesTest::dice() {
     QCOMPARE(QString::fromStdString(joinDice(parts)), joined);
 }
 
-QTEST_GUILESS_MAIN(VocabularyTablesTest)
+MARL_TEST_MAIN(VocabularyTablesTest)
 #include "vocabulary_tables_test.moc"

@@ -3,6 +3,8 @@
 // be, a disk that fails part way, a file owned by someone else.  Each case
 // is a folder described in one line, the save or read, and the folder after.
 
+#include "test_main.h"
+
 #include "zone_files.h"
 
 #include <algorithm>
@@ -290,5 +292,5 @@ void ZoneFileTest::readOnlyRegularFiles() {
     QCOMPARE(QString::fromStdString(outcome->error), read);
 }
 
-QTEST_GUILESS_MAIN(ZoneFileTest)
+MARL_TEST_MAIN(ZoneFileTest)
 #include "zone_file_test.moc"
