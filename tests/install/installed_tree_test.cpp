@@ -3,6 +3,7 @@
 // the distribution's validators accept the desktop entry, the metainfo and
 // the MIME definitions when they are installed.
 #include "test_main.h"
+#include "built_programs.h"
 
 #include <QtTest>
 

@@ -2,6 +2,7 @@
 // drop on the main window), the folder its file dialogs start in, and where
 // recent.dat is kept.
 #include "test_main.h"
+#include "built_programs.h"
 
 #include <QtTest>
 

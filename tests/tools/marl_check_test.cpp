@@ -2,6 +2,7 @@
 // status, and the files --rewrite leaves.
 
 #include "test_main.h"
+#include "built_programs.h"
 
 #include "../world/zone_files.h"
 
