@@ -4,6 +4,7 @@
 #   make asan   the suite again under the address and undefined-behaviour sanitizers
 #   make fuzz   each fuzz target for FUZZ_SECONDS (60) seconds; `make test` runs
 #               each briefly as a smoke run (fuzz/run smoke)
+#   make mutants  plant each fault of tools/mutants/faults.tsv and run the suite
 #   make package  a Debian package, marl_<version>_<arch>.deb, in this folder
 
 PACKAGES := cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools libgl-dev
@@ -15,7 +16,7 @@ SUDO := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 FUZZ_SECONDS ?= 60
 
-.PHONY: all deps build run test asan bench fuzz fuzz-build package clean
+.PHONY: all deps build run test asan bench fuzz fuzz-build package mutants clean
 
 all: build
 
@@ -55,6 +56,10 @@ fuzz: fuzz-build
 
 bench: build
 	./build/bench/marl-bench ../shared/corpus
+
+# Each planted fault of tools/mutants/faults.tsv against the whole suite.
+mutants: build
+	tools/mutants/run
 
 package: build
 	rm -f build/marl_*.deb
