@@ -129,10 +129,10 @@ void EditorSavesTest::script_data() {
             change + dialog + QStringList{done, ">", "yes", save, "?slot0=" + expected});
     }
 
-    // Issue rows of the list dialogs: Update writes into the line Edit
-    // loaded, whatever is selected since; a line removed above it moves it.
-    // Each list holds three lines; line 2 is edited, then line 0 selected
-    // (the slot after Update, the slot after Remove).
+    // The list dialogs: Update writes into the line Edit loaded, whatever is
+    // selected since, and a line removed above it moves it up.  Each list
+    // holds three lines; line 2 is edited, then line 0 selected (the record's
+    // slot, what it holds after Update, and after Remove and Update).
     const QList<std::tuple<QString, QString, QStringList, QStringList, int, QString, QString>>
         lists{{"Room",
                "formRoomExtraDescs",
