@@ -26,13 +26,24 @@ private slots:
 
 namespace {
 
+// A kind's small zone and the names of its three records.
 struct KindRow {
     QString kind, extension, list;
     std::string (*small)();
+    QStringList names;
 };
-const QList<KindRow> kKinds{{"Room", ".wld", "listRoomSelect", smallZone},
-                            {"Mobile", ".mob", "listMobileSelect", smallMobiles},
-                            {"Object", ".obj", "listObjectSelect", smallObjects}};
+const QList<KindRow> kKinds{
+    {"Room", ".wld", "listRoomSelect", smallZone, {"The Landing", "Reed Cottages", "The Kitchen"}},
+    {"Mobile",
+     ".mob",
+     "listMobileSelect",
+     smallMobiles,
+     {"the old ferryman", "a grey heron", "the wiry cutpurse"}},
+    {"Object",
+     ".obj",
+     "listObjectSelect",
+     smallObjects,
+     {"a long sword", "an iron chest", "a green potion"}}};
 
 const KindRow& kindRow(const QString& kind) {
     for (const KindRow& row : kKinds)
@@ -175,11 +186,7 @@ void EditorSavesTest::script_data() {
 
     for (const KindRow& k : kKinds) {
         const QString noun = k.kind;
-        const QStringList names =
-            noun == "Room" ? QStringList{"The Landing", "Reed Cottages", "The Kitchen"}
-            : noun == "Mobile"
-                ? QStringList{"the old ferryman", "a grey heron", "the wiry cutpurse"}
-                : QStringList{"a long sword", "an iron chest", "a green potion"};
+        const QStringList& names = k.names;
         const QString name = names[1];
         // Delete takes the record the window shows, and names it.
         row("Delete after selecting another line", noun, {},

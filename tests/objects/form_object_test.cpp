@@ -202,14 +202,6 @@ void FormObjectTest::script_data() {
     row("new with 99 objects", manyObjects(99), {"buttonNew:click", "?index=99, said="});
 
     // Delete.
-    row("delete the middle object", small,
-        {"listObjectSelect:dclick:1", "listObjectSelect:line:1", "?buttonEdit, buttonDelete",
-         "yes", "buttonDelete:click",
-         "?said=Confirm Delete: Really Delete This Object?\r\n9501 an iron chest, "
-         "listObjectSelect=9500\ta long sword/9502\ta green potion, file=" +
-             sword +
-             "; 9502 a green potion t10 g/ao 12,16,14,-1 1/200/5 ad=19, "
-             "textVNum=95, index=2, count=2"});
     row("delete the last object, shown", small,
         {"listObjectSelect:dclick:2", "listObjectSelect:line:2", "yes", "buttonDelete:click",
          "?count=2, textVNum=95, index=2, changed=-, file=" + sword +

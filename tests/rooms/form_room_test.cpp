@@ -158,10 +158,6 @@ void FormRoomTest::script_data() {
     row("two matches, No to both: nothing added", twins, renamed + QStringList{
         "textVNum:type:9500", "no", "no", "buttonSave:click",
         "?file=9500 A 0/0; 9500 C 0/0; 9501 B 0/0; 9503  0/0"});
-    row("a match without a name is asked about", twins, renamed + QStringList{
-        "textVNum:type:9503", "yes", "buttonSave:click",
-        "?said=" + asked + ", file=9500 A 0/0; 9500 C 0/0; 9501 B 0/0; 9503 New 0/0, index=3" +
-            stored});
 
     // The server's format: exits in slot order with the file's direction
     // numbers, letters for the flags, CR LF for a new file, and no exit for
