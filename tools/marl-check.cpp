@@ -28,13 +28,17 @@ using namespace marl;
 namespace {
 
 constexpr const char* kUsage =
-    "Usage: marl-check [--rewrite DIR] FILE...\n"
+    "Usage: marl-check [--strict] [--rewrite DIR] FILE...\n"
     "Checks CircleMUD zone files the way the Marl editor reads them.\n"
     "\n"
     "Each FILE is read by its extension: .wld (rooms), .mob (mobiles) or .obj\n"
     "(objects).  For a file that reads, marl-check prints \"FILE: N rooms\" (or\n"
     "mobiles, objects); for one that does not, \"FILE:LINE: expected ...\", the\n"
     "line and what the reader expected there.\n"
+    "\n"
+    "A file that reads may have findings the server only logs, each on a line\n"
+    "\"FILE:LINE: what is wrong\" at a line of the record at fault: records out\n"
+    "of number order (the server looks records up by number and misses some).\n"
     "\n"
     "Options:\n"
     "  --rewrite DIR  also write each file that reads into the folder DIR, under\n"
@@ -44,6 +48,7 @@ constexpr const char* kUsage =
     "                 An existing file in DIR is replaced only once the new one\n"
     "                 is completely written.  Two FILEs of the same name would\n"
     "                 overwrite each other there: they are refused.\n"
+    "  --strict       a finding the server only logs also fails the check.\n"
     "  --help         show this text.\n"
     "\n"
     "Only regular files are read and written: a folder, a named pipe or a device\n"
@@ -51,12 +56,14 @@ constexpr const char* kUsage =
     "and reported in the order given.\n"
     "\n"
     "Exit status: 0 when every file reads (and is written), 1 when any file is\n"
-    "refused, 2 for a usage error, 3 when the report cannot be written.\n";
+    "refused (with --strict, also when any has a finding), 2 for a usage error,\n"
+    "3 when the report cannot be written.\n";
 
 // What checking one file found: its report line and whether all went well.
 struct Result {
     std::string line;
     bool ok = false;
+    bool logged = false; // a finding the server only logs
 };
 
 std::string plural(int count, std::string_view one, std::string_view many) {
@@ -84,6 +91,11 @@ Result checkFile(const std::string& shown, const fs::path& path, std::int32_t zo
         return {shown + ": cannot read the file: " + outcome.problem};
     }
     std::string line = shown + ": " + plural(outcome.count, Kind::one, Kind::many);
+    std::string findings;
+    if (const int slot = firstOutOfOrder(table, outcome.count); slot >= 0)
+        findings += '\n' + shown + ':' + std::to_string(headerLine(table, slot)) + ": #" +
+                    std::to_string(table[slot].VNum) + " is out of number order (after #" +
+                    std::to_string(table[slot - 1].VNum) + ")";
     if (rewrite) {
         const fs::path target = *rewrite / path.filename();
         std::string error;
@@ -91,7 +103,7 @@ Result checkFile(const std::string& shown, const fs::path& path, std::int32_t zo
             return {line + "; cannot write " + target.string() + ": " + error};
         line += ", written to " + target.string();
     }
-    return {line, true};
+    return {line + findings, true, !findings.empty()};
 }
 
 Result checkOne(const std::string& shown, const fs::path* rewrite) {
@@ -178,6 +190,7 @@ int main(int argc, char** argv) {
     std::vector<std::string> files;
     std::optional<fs::path> rewrite;
     bool options = true;
+    bool strict = false;
     for (int i = 1; i < argc; ++i) {
         const std::string_view arg = argv[i];
         if (options && arg == "--") {
@@ -185,6 +198,8 @@ int main(int argc, char** argv) {
         } else if (options && (arg == "--help" || arg == "-h")) {
             const int failed = std::fputs(kUsage, stdout) < 0 ? errno : 0;
             return finishOutput(failed) ? 0 : 3;
+        } else if (options && arg == "--strict") {
+            strict = true;
         } else if (options && arg == "--rewrite") {
             if (i + 1 >= argc)
                 return usageError("--rewrite needs a folder");
@@ -213,7 +228,7 @@ int main(int argc, char** argv) {
     bool allRead = true;
     int failed = 0; // the first write of the report that failed
     checkAll(files, rewrite ? &*rewrite : nullptr, [&](const Result& result) {
-        allRead = result.ok && allRead;
+        allRead = result.ok && !(strict && result.logged) && allRead;
         const std::string line = result.line + '\n';
         if (std::fwrite(line.data(), 1, line.size(), stdout) != line.size() && failed == 0)
             failed = errno != 0 ? errno : EIO;

@@ -116,19 +116,24 @@ void ExtraDescsDialog::setPair(int slot, ExtraDesc pair) {
 void ExtraDescsDialog::onFieldChanged(bool fieldEmpty) {
     changed_ = true;
     const bool storable = !fieldEmpty && !textKeywords_->text().isEmpty();
-    buttons_.add->setEnabled(storable && !editing_ && count_ < kMaxExtraDescs);
-    buttons_.update->setEnabled(storable && editing_);
+    buttons_.add->setEnabled(storable && !editing() && count_ < kMaxExtraDescs);
+    buttons_.update->setEnabled(storable && editing());
 }
 
+void ExtraDescsDialog::showEditedLine(int line) {
+    setWindowTitle(QStringLiteral("Extra Descriptions [%1/%2]").arg(line).arg(kMaxExtraDescs));
+}
+
+// The line selected is loaded into the fields and becomes the one Update
+// writes back into.
 void ExtraDescsDialog::onEdit() {
-    const int line = entries_->selectedLine();
+    const int line = entries_->beginEdit();
     if (line < 0)
         return;
     const ExtraDesc& pair = pairs()[static_cast<std::size_t>(line)];
     textKeywords_->setText(fromBytes(pair.Keywords));
     textDesc_->setPlainText(toWidgetText(pair.Desc));
-    setWindowTitle(QStringLiteral("Extra Descriptions [%1/%2]").arg(line).arg(kMaxExtraDescs));
-    editing_ = true;
+    showEditedLine(line);
     buttons_.add->setEnabled(false);
     buttons_.update->setEnabled(true);
     changed_ = false;
@@ -149,24 +154,34 @@ void ExtraDescsDialog::onAdd() {
     tellOwnerStored();
 }
 
+// Writes back in place: into the pair Edit loaded, whatever line is selected.
 void ExtraDescsDialog::onUpdate() {
-    const int line = entries_->selectedLine();
+    const int line = entries_->editedLine();
     if (line < 0 || textKeywords_->text().isEmpty())
-        return; // no pair chosen: nothing is stored
-    setPair(line, {toBytes(textKeywords_->text()), fromWidgetText(textDesc_->toPlainText())});
-    listExtraDescs_->item(line)->setText(textKeywords_->text());
+        return; // no pair being edited: nothing is stored
+    const QString keywords = textKeywords_->text();
+    setPair(line, {toBytes(keywords), fromWidgetText(textDesc_->toPlainText())});
     ClearAll();
+    entries_->setLine(line, keywords);
     changed_ = false;
     tellOwnerStored();
 }
 
+// Removes the pair selected; an edit of another pair goes on with what is
+// typed.
 void ExtraDescsDialog::onRemove() {
     const int line = entries_->selectedLine();
     if (line < 0)
         return;
     removeEntry(pairs(), line);
     --count_;
-    entries_->removeLine(line);
+    if (entries_->removeLine(line)) {
+        buttons_.edit->setEnabled(false);
+        buttons_.remove->setEnabled(false);
+        showEditedLine(entries_->editedLine());
+        tellOwnerStored();
+        return;
+    }
     ClearAll();
     changed_ = false;
     tellOwnerStored();
@@ -184,7 +199,7 @@ void ExtraDescsDialog::onRemoveAll() {
 // Emptying the fields also ends an edit in progress: what is typed next is
 // a new pair, so Add comes back with the keywords.
 void ExtraDescsDialog::ClearAll() {
-    editing_ = false;
+    entries_->endEdit();
     buttons_.add->setEnabled(false);
     buttons_.update->setEnabled(false);
     buttons_.edit->setEnabled(false);

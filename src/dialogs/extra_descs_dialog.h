@@ -38,7 +38,7 @@ public:
     void SetupForm(int recordIndex);
     void ClearAll() override;
 
-    bool editing() const { return editing_; }
+    bool editing() const { return entries_->editing(); }
     int count() const { return count_; }
 
 private:
@@ -54,8 +54,9 @@ private:
     void onRemoveAll();
     void onDone();
 
+    void showEditedLine(int line);
+
     ExtraDescsVariant variant_;
-    bool editing_ = false;
     int recordIndex_ = 0;
     int count_ = 0;
 

@@ -17,6 +17,9 @@ public:
     virtual ~EditorHost() = default;
     // The directory of the file being edited, ending with `/`.
     virtual QString fileDir() const = 0;
+    // The name of the file the builder chose (`030.wld`); empty for the
+    // zone's own name.  The editor reads and writes that file.
+    virtual QString fileTitle() const { return {}; }
     virtual Prompts& prompts() = 0;
     // The editor has closed (Cancel, Done or its frame): return to the
     // program's directory and enable the main window.

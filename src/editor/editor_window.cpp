@@ -101,6 +101,7 @@ QString EditorWindow::fileName() const {
 
 void EditorWindow::syncFolder() {
     document_.folder = toPath(host_.fileDir());
+    document_.chosenName = toPath(host_.fileTitle()).string();
 }
 
 // ---- Procedures the main window calls -------------------------------------
@@ -129,7 +130,23 @@ bool EditorWindow::openZone(std::int32_t zone, QString& error) {
     }
     fillList();
     LoadRecord(0);
+    tellOutOfOrder();
     return true;
+}
+
+// A file out of number order loses records at boot (the server looks them up
+// by a binary search), so the builder hears of it before editing.
+void EditorWindow::tellOutOfOrder() {
+    const int slot = document_.firstOutOfOrder();
+    if (slot < 0)
+        return;
+    host_.prompts().tell(
+        twoLines(QStringLiteral("%1: #%2 is out of number order (after #%3).")
+                     .arg(fileName())
+                     .arg(document_.vnumAt(slot))
+                     .arg(document_.vnumAt(slot - 1)),
+                 QStringLiteral("The server may not find the %1s around it.").arg(noun_.toLower())),
+        QStringLiteral("Records Out of Order"));
 }
 
 void EditorWindow::LoadRecord(int slot) {
@@ -275,7 +292,8 @@ void EditorWindow::onListClicked() {
     if (!one)
         buttonSave_->setEnabled(false);
     buttonEdit_->setEnabled(one);
-    buttonDelete_->setEnabled(one);
+    // Delete takes the record shown, which a new one is not yet.
+    buttonDelete_->setEnabled(one && document_.CurrentIndex < document_.RecordCount);
 }
 
 void EditorWindow::onSave() {
@@ -328,11 +346,16 @@ void EditorWindow::tellFailure(SaveResult result, const QString& title, const st
         host_.prompts().tell(QString::fromLocal8Bit(error));
 }
 
+// Deletes the record the window shows, whichever line is selected; the
+// question names it.
 void EditorWindow::onDelete() {
-    const int line = selectedLine();
-    if (line < 0)
-        return;
-    if (!host_.prompts().ask(words(text_.deleteLine), QStringLiteral("Confirm Delete")) ||
+    const int line = document_.CurrentIndex;
+    if (line < 0 || line >= document_.RecordCount)
+        return; // a new record: nothing in the file to delete
+    const QString shown = QString::number(document_.vnumAt(line)) + QLatin1Char(' ') +
+                          fromBytes(document_.nameAt(line));
+    if (!host_.prompts().ask(twoLines(words(text_.deleteLine), shown),
+                             QStringLiteral("Confirm Delete")) ||
         !mayDiscard())
         return;
     buttonEdit_->setEnabled(false);

@@ -112,6 +112,7 @@ protected:
 
 private:
     void fillList();
+    void tellOutOfOrder();
     void fitListToNames();
     void syncFolder();
     // "Changes to Room Not Saved." and `second`, titled "Room Not Saved".

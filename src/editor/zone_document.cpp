@@ -52,14 +52,25 @@ SaveResult ZoneDocument::save(std::int32_t vnum, const std::function<bool()>& ov
     std::vector<int> targets;
     bool found = false;
     for (int slot = 0; slot < RecordCount; ++slot) {
-        if (vnumAt(slot) != vnum || nameAt(slot).empty())
+        // A record without a name holds its VNum all the same: storing beside
+        // it would write the VNum twice.
+        if (vnumAt(slot) != vnum)
             continue;
         found = true;
         if (overwrite())
             targets.push_back(slot);
     }
-    if (!found)
-        targets.push_back(RecordCount++);
+    if (!found) {
+        // The server finds a record by a binary search over rising VNums:
+        // a new one goes into its place, not after the rest.
+        int place = 0;
+        while (place < RecordCount && vnumAt(place) <= vnum)
+            ++place;
+        for (int later = RecordCount; later > place; --later)
+            copySlot(later - 1, later);
+        ++RecordCount;
+        targets.push_back(place);
+    }
     if (targets.empty()) {
         // No to every question: the table stays as it was, dialogs' changes
         // to the shown record included.

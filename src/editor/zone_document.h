@@ -39,8 +39,13 @@ public:
     bool Changed = false;
     // The folder of the zone's file.
     std::filesystem::path folder;
+    // The name of the file the builder chose (`030.wld`, `7.old.wld`); empty
+    // for the zone's own name (`30.wld`).  Only the zone number comes from it.
+    std::string chosenName;
 
-    std::string fileName() const { return zoneFileName(ZoneNumber, extension_); }
+    std::string fileName() const {
+        return chosenName.empty() ? zoneFileName(ZoneNumber, extension_) : chosenName;
+    }
     std::filesystem::path path() const { return folder / fileName(); }
 
     // An empty zone: nothing held, the window on slot 0.
@@ -60,8 +65,10 @@ public:
     void discard() { restoreShown(); }
 
     // Stores the window into the slots holding `vnum` (each one only when
-    // `overwrite` says Yes), or into a new slot when no record has that VNum
-    // and a name; `store` fills the record to be stored from the window,
+    // `overwrite` says Yes), or, when no record has that VNum, into a new
+    // slot at its place in number order (before the first record of a
+    // higher VNum), the later records moving down a slot with their bytes;
+    // `store` fills the record to be stored from the window,
     // starting from the shown record with what its dialogs wrote.  Then
     // writes the file and reads it back.  The window then shows the first
     // slot stored into.
@@ -73,12 +80,14 @@ public:
     // `CurrentIndex` follows the shown record to its new slot; it becomes the
     // first free slot when the shown record was the one deleted.
     SaveResult remove(int slot, bool discardShown, std::string& error);
+    // The first slot whose VNum is below the one before it, or -1.
+    virtual int firstOutOfOrder() const = 0;
     // Whether the last remove took the record the window showed.
     bool removedShown() const { return removedShown_; }
 
     virtual std::int32_t vnumAt(int slot) const = 0;
     // The text the list shows after the VNum (a room's name, a mobile's
-    // short description); a record without it is not asked about on saving.
+    // short description).
     virtual std::string nameAt(int slot) const = 0;
 
 protected:
@@ -128,6 +137,7 @@ public:
 
     std::int32_t vnumAt(int slot) const override { return table_[std::size_t(slot)].VNum; }
     std::string nameAt(int slot) const override { return name_(table_[std::size_t(slot)]); }
+    int firstOutOfOrder() const override { return marl::firstOutOfOrder(table_, RecordCount); }
 
 protected:
     void clearTable() override { table_.clear(); }

@@ -149,8 +149,8 @@ ObjectAffect FormObjectAffects::entry() const {
 
 void FormObjectAffects::refreshStoreButtons() {
     const bool ready = entryReady();
-    buttons_.add->setEnabled(ready && !editing_ && count_ < kMaxAffects);
-    buttons_.update->setEnabled(ready && editing_);
+    buttons_.add->setEnabled(ready && !editing() && count_ < kMaxAffects);
+    buttons_.update->setEnabled(ready && editing());
 }
 
 // "None" takes the modifier away with it; any other location lets one be
@@ -171,11 +171,10 @@ void FormObjectAffects::onValueChanged() {
 // A location no option stands for selects none and is kept: Update stores
 // it as it was unless the builder picks another.
 void FormObjectAffects::onEdit() {
-    const int line = entries_->selectedLine();
+    const int line = entries_->beginEdit();
     if (line < 0)
         return;
     const ObjectAffect& affect = affectsOf(recordIndex_)[static_cast<std::size_t>(line)];
-    editing_ = true;
     locations_->setNumber(affect.Location);
     textValue_->setText(QString::number(affect.Modifier));
     textValue_->setEnabled(affect.Location != kAffectLocationNone);
@@ -185,7 +184,7 @@ void FormObjectAffects::onEdit() {
 }
 
 void FormObjectAffects::onAdd() {
-    if (!entryReady() || count_ >= kMaxAffects || editing_)
+    if (!entryReady() || count_ >= kMaxAffects || editing())
         return;
     auto& affects = affectsOf(recordIndex_);
     affects[static_cast<std::size_t>(count_)] = entry();
@@ -199,15 +198,16 @@ void FormObjectAffects::onAdd() {
     tellOwnerStored();
 }
 
-// Without a line chosen nothing is stored and the fields stay as typed.
+// Writes back in place: into the affect Edit loaded, whatever line is
+// selected.  Without one nothing is stored and the fields stay as typed.
 void FormObjectAffects::onUpdate() {
-    const int line = entries_->selectedLine();
-    if (line < 0 || !entryReady() || !editing_)
+    const int line = entries_->editedLine();
+    if (line < 0 || !entryReady())
         return;
     auto& affects = affectsOf(recordIndex_);
     affects[static_cast<std::size_t>(line)] = entry();
-    listObjectAffects_->item(line)->setText(affectLine(affects[static_cast<std::size_t>(line)]));
     ClearAll();
+    entries_->setLine(line, affectLine(affects[static_cast<std::size_t>(line)]));
     changed_ = false;
     listObjectAffects_->setFocus();
     tellOwnerStored();
@@ -221,7 +221,14 @@ void FormObjectAffects::onRemove() {
         return;
     removeEntry(affectsOf(recordIndex_), line);
     --count_;
-    entries_->removeLine(line);
+    if (entries_->removeLine(line)) {
+        // An edit of another affect goes on with what is picked and typed.
+        buttons_.edit->setEnabled(false);
+        buttons_.remove->setEnabled(false);
+        setWindowTitle(countCaption(entries_->editedLine()));
+        tellOwnerStored();
+        return;
+    }
     ClearAll();
     changed_ = false;
     tellOwnerStored();
@@ -239,7 +246,7 @@ void FormObjectAffects::onRemoveAll() {
 // Emptying the fields also ends an edit in progress: what is picked next is
 // a new affect, so Add comes back.
 void FormObjectAffects::ClearAll() {
-    editing_ = false;
+    entries_->endEdit();
     entries_->clearSelection();
     locations_->setNumber(kAffectLocationNone);
     textValue_->clear();

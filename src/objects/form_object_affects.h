@@ -27,7 +27,7 @@ public:
     void ClearAll() override;
 
     // The fields show an affect of the list (after Edit): Update applies.
-    bool editing() const { return editing_; }
+    bool editing() const { return entries_->editing(); }
     // The affects listed: every one the object holds.
     int count() const { return count_; }
 
@@ -50,7 +50,6 @@ private:
 
     int recordIndex_ = 0;
     int count_ = 0;
-    bool editing_ = false;
 
     OptionGroup* locations_ = nullptr;
     NumericField* textValue_ = nullptr;

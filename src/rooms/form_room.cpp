@@ -36,8 +36,8 @@ const EditorText kRoomEditor = {
     "Zone Already Contains 99 Rooms",
 };
 
-// The VNum field: five characters, negatives allowed, no range.
-constexpr NumericRule kVNumRule{5, true, false, 0, 0};
+// The VNum field: five digits; the file holds no negative VNum.
+constexpr NumericRule kVNumRule{5, false, false, 0, 0};
 
 } // namespace
 
@@ -92,19 +92,28 @@ void FormRoom::parseRecord() {
     flags_->setFlagText(room.BitV);
 }
 
+// Every exit the room has shows ticked, whatever its destination: room 0 is
+// a room like any other.
 void FormRoom::ParseExits() {
-    const RoomRecord& room = shown();
-    for (int slot = 0; slot < kExitSlots; ++slot) {
-        const ExitRecord& exit = room.Exits[static_cast<std::size_t>(slot)];
-        if (exit.ToVNum == 0)
-            continue;
-        exitChecks_[slot]->setChecked(true);
-        exitFields_[slot]->setText(QString::number(exit.ToVNum));
-    }
+    for (int slot = 0; slot < kExitSlots; ++slot)
+        ParseExit(slot);
 }
 
+void FormRoom::ParseExit(int slot) {
+    const ExitRecord& exit = shown().Exits[static_cast<std::size_t>(slot)];
+    if (exit.Absent)
+        return;
+    exitChecks_[slot]->setChecked(true);
+    exitFields_[slot]->setText(QString::number(exit.ToVNum));
+}
+
+// Only what the dialog stored comes back into the window: the exit the door
+// dialog was opened on.  The rest of the window holds the builder's changes
+// that are not stored yet (an exit unticked, a destination typed), which a
+// refill from the table would undo.
 void FormRoom::dialogStored() {
-    ParseExits();
+    if (doorExit_ >= 0)
+        ParseExit(doorExit_);
     HasChanged();
 }
 
@@ -226,6 +235,7 @@ void FormRoom::onDestinationEdited(int slot) {
 // ---- Dialogs ---------------------------------------------------------------
 
 void FormRoom::onExitButton(int slot) {
+    doorExit_ = slot;
     auto* door = new FormRoomDoor(*this, host().prompts());
     door->SetupForm(currentIndex(), slot, QString::fromLatin1(kExits[slot].caption),
                     exitFields_[slot]->text(), vnumText());
@@ -233,6 +243,7 @@ void FormRoom::onExitButton(int slot) {
 }
 
 void FormRoom::onExtraDescs() {
+    doorExit_ = -1;
     ExtraDescsVariant variant;
     variant.formName = QStringLiteral("formRoomExtraDescs");
     variant.frameCaption = QStringLiteral("Room Extra Descriptions");

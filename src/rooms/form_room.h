@@ -34,6 +34,7 @@ public:
 
     // The shown record's exits to the window.
     void ParseExits();
+    void ParseExit(int slot);
     void ClearExits();
     void dialogStored() override;
 
@@ -63,6 +64,8 @@ private:
     void onDestinationEdited(int slot);
 
     RoomDocument& rooms_;
+    // The exit of the door dialog last opened, -1 for another dialog.
+    int doorExit_ = -1;
 
     QLineEdit* textName_ = nullptr;
     TildeTextEdit* textDesc_ = nullptr;

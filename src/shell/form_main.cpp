@@ -79,10 +79,12 @@ class FormMain::KindHost : public EditorHost {
 public:
     KindHost(FormMain& main, int kind) : main_(main), kind_(kind) {}
     QString fileDir() const override { return fileDir_; }
+    QString fileTitle() const override { return fileTitle_; }
     Prompts& prompts() override { return main_.prompts_; }
     void editorClosed() override { main_.editorClosed(kind_); }
 
     QString fileDir_;
+    QString fileTitle_;
     QPointer<QWidget> window;
 
 private:
@@ -285,6 +287,7 @@ void FormMain::openFile(int kind, bool isNew, const QString& directory, const QS
 
     KindHost& host = *hosts_[kind];
     host.fileDir_ = fileDir_;
+    host.fileTitle_ = fileTitle;
     ZoneEditor* editor = factories_[static_cast<std::size_t>(kind)](host);
     QWidget* window = editor->window();
     if (isNew) {

@@ -43,21 +43,42 @@ int EntryList::selectedLine() const {
     return selected.size() == 1 ? list_->row(selected.first()) : -1;
 }
 
+int EntryList::beginEdit() {
+    const int line = selectedLine();
+    if (line >= 0)
+        edited_ = line;
+    return line;
+}
+
+void EntryList::setLine(int line, const QString& text) {
+    if (line < 0 || line >= list_->count())
+        return;
+    list_->item(line)->setText(text);
+    list_->setCurrentRow(line);
+}
+
 void EntryList::fill(const QStringList& lines) {
+    edited_ = -1;
     quietly([&] {
         list_->clear();
         list_->addItems(lines);
     });
 }
 
-void EntryList::removeLine(int line) {
+bool EntryList::removeLine(int line) {
     quietly([&] {
         delete list_->takeItem(line);
         list_->clearSelection();
     });
+    if (line == edited_)
+        edited_ = -1;
+    else if (line < edited_)
+        --edited_;
+    return edited_ >= 0;
 }
 
 void EntryList::removeAll() {
+    edited_ = -1;
     quietly([&] { list_->clear(); });
 }
 

@@ -3,6 +3,11 @@
 // extra descriptions, the affects): clicking a line enables Edit and Remove,
 // a double click or Enter edits it.  The dialog's own changes to the list
 // (filling it, removing lines) leave those buttons to the dialog.
+//
+// The list also knows the line being edited: the one Edit loaded.  Update
+// writes back in place, into that line, whichever line is selected when it
+// is pressed; a line removed above it moves it up one, and removing the
+// line itself ends the edit.
 
 #include <QObject>
 #include <QStringList>
@@ -49,9 +54,21 @@ public:
 
     // The one line selected, or -1.
     int selectedLine() const;
-    // The lines replaced by `lines`.
+    // The selected line becomes the line being edited (another edit ends);
+    // returns it, or -1 with nothing selected (the edit then goes on).
+    int beginEdit();
+    // The line being edited, or -1.
+    int editedLine() const { return edited_; }
+    bool editing() const { return edited_ >= 0; }
+    void endEdit() { edited_ = -1; }
+    // Line `line` shows `text` and is selected, as a click selects it.
+    void setLine(int line, const QString& text);
+    // The lines replaced by `lines`; an edit ends.
     void fill(const QStringList& lines);
-    void removeLine(int line);
+    // Removes a line.  The line being edited keeps its entry, moving up one
+    // when a line above it goes; removing it ends the edit.  Returns whether
+    // an edit goes on.
+    bool removeLine(int line);
     void removeAll();
     void clearSelection();
 
@@ -64,6 +81,7 @@ private:
     QListWidget* list_;
     QPushButton* edit_;
     QPushButton* remove_;
+    int edited_ = -1;
     bool quiet_ = false;
 };
 

@@ -89,4 +89,25 @@ private:
     std::size_t touched_ = 0; // slots below this may differ from the cleared record
 };
 
+// The first record of slots 0 to count - 1 whose VNum is below the one
+// before it, or -1.  The server finds records by a binary search over rising
+// VNums: records around one out of order are not found at boot.
+template <typename Table> int firstOutOfOrder(const Table& table, int count) {
+    for (int slot = 1; slot < count; ++slot)
+        if (table[static_cast<std::size_t>(slot)].VNum <
+            table[static_cast<std::size_t>(slot - 1)].VNum)
+            return slot;
+    return -1;
+}
+
+// The line of slot's `#` header in the file the table was read from: the
+// records' bytes follow each other from the file's first line.
+template <typename Table> int headerLine(const Table& table, int slot) {
+    int line = 1;
+    for (int before = 0; before < slot; ++before)
+        for (char c : table[static_cast<std::size_t>(before)].Source)
+            line += c == '\n' ? 1 : 0;
+    return line;
+}
+
 } // namespace marl

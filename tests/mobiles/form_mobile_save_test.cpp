@@ -52,10 +52,10 @@ void FormMobileSaveTest::failedWritesKeepFileAndTable_data() {
         << QStringList{"textVNum:erase", "textVNum:type:9599", "buttonSave:click"}
         << "Mobile Not Saved"
         << QStringList{first, second, third, QString(changed).replace("9500", "9599")}.join("; ");
-    // Deleting asks to discard the changes, which then reach no mobile.
+    // Deleting the mobile shown asks to discard its changes.
     QTest::newRow("delete") << QStringList{"listMobileSelect:line:1", "yes", "yes",
                                            "buttonDelete:click"}
-                            << "Mobile Not Deleted" << QStringList{first, third}.join("; ");
+                            << "Mobile Not Deleted" << QStringList{second, third}.join("; ");
 }
 
 void FormMobileSaveTest::failedWritesKeepFileAndTable() {
@@ -129,11 +129,13 @@ void FormMobileSaveTest::wholeSession() {
                          "textLDesc:type:A rat is here.",
                          "optionFemale:click",
                          "buttonSave:click",
+                         "listMobileSelect:dclick:1",
                          "listMobileSelect:line:1",
                          "yes",
                          "buttonDelete:click",
-                         "?said=Overwrite Existing Mobile: Overwrite "
-                         "Existing Mobile? | Confirm Delete: Really Delete This Mobile?"}));
+                         "?said=Overwrite Existing Mobile: Overwrite Existing Mobile? | Confirm "
+                         "Delete: Really Delete This Mobile?\r\n" +
+                             QString::number(before[1].VNum) + ' ' + fromBytes(before[1].SDesc)}));
 
     // The first mobile holds the session's changes, in the file's own line ends.
     const std::string written = s.bytes();

@@ -161,12 +161,6 @@ void FormMobileTest::script_data() {
          "textVNum=9500, index=0, count=100, changed=-"});
 
     // Delete.
-    row("delete the middle mobile", small,
-        {"listMobileSelect:line:1", "?buttonEdit, buttonDelete", "yes", "buttonDelete:click",
-         "?said=Confirm Delete: Really Delete This Mobile?, listMobileSelect=9500\tthe old "
-         "ferryman/9502\tthe wiry cutpurse, file=9500 the old ferryman b/0 350S 5/17/6 2d8+30 "
-         "1d4+1 25/400 8/8/1 dd=10; 9502 the wiry cutpurse cfh/bt -450E 7/15/3 3d8+45 1d6+2 "
-         "120/1100 6/8/1 Str14 StrAdd20 dd=39, textVNum=9500, index=0, count=2"});
     row("delete answered No", small,
         {"listMobileSelect:line:1", "no", "buttonDelete:click",
          "?count=3, listMobileSelect=9500\t"

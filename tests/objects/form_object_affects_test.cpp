@@ -204,12 +204,13 @@ void FormObjectAffectsTest::script_data() {
     row("update in place", "1:2/18:1/19:4",
         {"listObjectAffects:dclick:1", "optionDamRoll:click", "textValue:erase", "textValue:type:3",
          "buttonUpdate:click",
-         "?listObjectAffects=Str\t2/DamRoll\t3/DamRoll\t4, written=1:2/19:3/19:4, " + fresh +
-             ", title=Object Affects [0/127], calls=1, focus=listObjectAffects",
+         "?listObjectAffects=Str\t2/DamRoll\t3/DamRoll\t4, written=1:2/19:3/19:4, "
+         "optionNone=x, !textValue=, !buttonAdd, !buttonUpdate, buttonEdit, buttonRemove, "
+         "title=Object Affects [0/127], calls=1, focus=listObjectAffects",
          done, closed});
-    row("update with no line selected stores nothing", "1:2/18:1",
+    row("update with no line selected stores into the line edited", "1:2/18:1",
         {"listObjectAffects:dclick:1", "textValue:type:5", "listObjectAffects:ctrlline:1",
-         "buttonUpdate:click", "?affects=1:2/18:1, textValue=15, calls=0"});
+         "buttonUpdate:click", "?affects=1:2/18:15, !textValue=, calls=1"});
     row("no update once the affect edited is removed", "1:2/18:1/19:4",
         {"listObjectAffects:dclick:1", "buttonRemove:click", "optionStr:click", "textValue:type:8",
          "?buttonAdd, !buttonUpdate, affects=1:2/19:4"});

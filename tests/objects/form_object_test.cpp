@@ -204,13 +204,6 @@ void FormObjectTest::script_data() {
     row("new with 99 objects", manyObjects(99), {"buttonNew:click", "?index=99, said="});
 
     // Delete.
-    row("delete the middle object", small,
-        {"listObjectSelect:line:1", "?buttonEdit, buttonDelete", "yes", "buttonDelete:click",
-         "?said=Confirm Delete: Really Delete This Object?, listObjectSelect=9500\ta long "
-         "sword/9502\ta green potion, file=" +
-             sword +
-             "; 9502 a green potion t10 g/ao 12,16,14,-1 1/200/5 ad=19, "
-             "textVNum=9500, index=0, count=2"});
     row("delete the last object, shown", small,
         {"listObjectSelect:dclick:2", "listObjectSelect:line:2", "yes", "buttonDelete:click",
          "?count=2, textVNum=95, index=2, changed=-, file=" + sword +
@@ -222,7 +215,8 @@ void FormObjectTest::script_data() {
         {"listObjectSelect:line:1", "no", "buttonDelete:click", "?count=3, " + list});
     row("delete with changes asks to discard them", small,
         {"textCost:type:1", "listObjectSelect:line:2", "yes", "no", "buttonDelete:click",
-         "?said=Confirm Delete: Really Delete This Object? | Object Not Saved: Changes to "
+         "?said=Confirm Delete: Really Delete This Object?\r\n9500 a long sword | Object Not "
+         "Saved: Changes to "
          "Object Not Saved.\r\nDiscard Changes?, count=3, changed=x, textCost=1001"});
 
     // The guard messages.

@@ -77,8 +77,8 @@ void FormRoomTest::script_data() {
     // single-byte file cannot hold.
     row("texts refuse ~ and what Latin-1 lacks", none, {"textName:type:Caf\u00e9~5\u20ac",
         "textDesc:type:Caf\u00e9~5\u20ac", "?textName=Caf\u00e95, textDesc=Caf\u00e95"});
-    row("vnum of five characters", none,
-        {"textVNum:erase", "textVNum:type:-1x2y34-56", "?textVNum=-1234"});
+    row("vnum of five digits", none,
+        {"textVNum:erase", "textVNum:type:-1x2y34-56", "?textVNum=12345"});
 
     // Exit boxes and the absent marks of the edited slot: a destination
     // typed into a checked exit makes it present, so that what the exit
@@ -140,30 +140,26 @@ void FormRoomTest::script_data() {
     row("the frame waits for an open dialog", small,
         {"buttonExitNorth:click", "close", "?said=, closed=0, table=" + smallRooms});
 
-    // Rooms 9500 "A", 9501 "B", 9500 "C" and 9503 without a name.
-    const std::string twins = crlf({"#9500", "A~", "~", "95 0 0", "S", "#9501", "B~", "~",
-                                    "95 0 0", "S", "#9500", "C~", "~", "95 0 0", "S", "#9503",
+    // Rooms 9500 "A", 9500 "C", 9501 "B" and 9503 without a name.
+    const std::string twins = crlf({"#9500", "A~", "~", "95 0 0", "S", "#9500", "C~", "~",
+                                    "95 0 0", "S", "#9501", "B~", "~", "95 0 0", "S", "#9503",
                                     "~", "~", "95 0 0", "S", "$"});
     const QStringList renamed{"textName:erase", "textName:type:New", "textVNum:erase",
                               "listRoomSelect:line:1"};
     const QString asked = "Overwrite Existing Room: Overwrite Existing Room?";
     const QString stored = ", textName=New, !buttonEdit, !buttonDelete, changed=-, focus=textVNum";
 
-    // Every room with the typed VNum and a name is asked about in turn; the
-    // list shows what the file holds, the window what was stored.
+    // Every room with the typed VNum, named or not, is asked about in turn;
+    // the list shows what the file holds, the window what was stored.
     row("two matches, Yes to both", twins, renamed + QStringList{
         "textVNum:type:9500", "yes", "yes", "buttonSave:click", "?said=" + asked + " | " + asked +
-        stored + ", index=0, listRoomSelect=9500\tNew/9501\tB/9500\tNew/9503\t"});
+        stored + ", index=0, listRoomSelect=9500\tNew/9500\tNew/9501\tB/9503\t"});
     row("two matches, Yes then No", twins, renamed + QStringList{
         "textVNum:type:9500", "yes", "no", "buttonSave:click",
-        "?file=9500 New 0/0; 9501 B 0/0; 9500 C 0/0; 9503  0/0" + stored});
+        "?file=9500 New 0/0; 9500 C 0/0; 9501 B 0/0; 9503  0/0" + stored});
     row("two matches, No to both: nothing added", twins, renamed + QStringList{
         "textVNum:type:9500", "no", "no", "buttonSave:click",
-        "?file=9500 A 0/0; 9501 B 0/0; 9500 C 0/0; 9503  0/0"});
-    row("a match without a name is not asked about", twins, renamed + QStringList{
-        "textVNum:type:9503", "buttonSave:click",
-        "?said=, file=9500 A 0/0; 9501 B 0/0; 9500 C 0/0; 9503  0/0; 9503 New 0/0, index=4" +
-            stored});
+        "?file=9500 A 0/0; 9500 C 0/0; 9501 B 0/0; 9503  0/0"});
 
     // The server's format: exits in slot order with the file's direction
     // numbers, letters for the flags, CR LF for a new file, and no exit for
@@ -188,7 +184,7 @@ void FormRoomTest::script_data() {
 
     // Numbers that cannot be stored: a message, nothing stored or written.
     const QString vnum = "VNum Must Be a Number.\r\nType the room's VNum, then Save.";
-    for (QString typed : {"textVNum:erase", "textVNum:type:-", "textVNum:type:95-1"})
+    for (QString typed : {"textVNum:erase", "textVNum:type:-"})
         row(qPrintable("vnum after " + typed), small, {
             "textVNum:erase", typed, "textDesc:type:x", "ok", "buttonSave:click",
             "?said=Room Not Saved: " + vnum + ", changed=x, file=" + smallRooms +
@@ -202,7 +198,7 @@ void FormRoomTest::script_data() {
     const QString rest = smallRooms.mid(smallRooms.indexOf("9501 Reed"));
     row("delete the first of three", small, {
         "yes", "listRoomSelect:line:0", "buttonDelete:click",
-        "?said=Confirm Delete: Really Delete This Room?, listRoomSelect=9501\tReed Cottages/"
+        "?said=Confirm Delete: Really Delete This Room?\r\n9500 The Landing, listRoomSelect=9501\tReed Cottages/"
         "9502\tThe Kitchen, textVNum=95, textName=, !buttonDelete, index=2, changed=-, table=" +
             rest + ", file=" + rest});
     row("delete, No", small,

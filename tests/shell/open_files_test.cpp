@@ -163,9 +163,9 @@ private slots:
              {kNotZoneFile.arg("notes.txt")},
              {"95.wld"}},
             {"an extension in capitals", "95.WLD", none, {kNotZoneFile.arg("95.WLD")}, none},
-            // The zone is the number before the first dot; the editor reads
-            // the server's name for it, 95.wld.
-            {"095.wld", "095.wld", {"formRoom 9500"}, none, {"095.wld"}},
+            // The zone is the number before the first dot, but the editor
+            // reads the file given, never 95.wld in its place.
+            {"095.wld", "095.wld", none, {"095.wld: "}, {"095.wld"}},
             {"+95.wld", "+95.wld", none, {kNoZone.arg("+95.wld")}, none},
             {"no file", "", none, none, none},
             {"--version", "--version 95.wld", none, none, none, false},

@@ -3,6 +3,8 @@
 // every record of a file shown and saved from the window.
 
 #include <QFileInfo>
+#include <QProcess>
+#include <QRegularExpression>
 
 #include "script_player.h"
 
@@ -78,6 +80,43 @@ void checkRecordsSurviveTheWindow(int (*read)(std::string_view, Table&), Values 
                  qPrintable(QString::number((*before)[slot].VNum)));
     if (path.startsWith(examplesDir()))
         QCOMPARE(s.bytes(), original);
+}
+
+// The SYSERR lines the server logs booting the zone files of `folder`, their
+// times cut off, or nothing when the server is not beside the project.
+inline std::optional<QStringList> serverSyserrs(const QString& folder) {
+    const QString bootCheck = corpusDir() + "/../server/boot-check";
+    if (corpusDir().isEmpty() || !QFile::exists(bootCheck))
+        return std::nullopt;
+    QProcess boot;
+    boot.start(bootCheck, {folder});
+    if (!boot.waitForFinished(120000))
+        return QStringList{"boot-check did not finish"};
+    QStringList syserrs;
+    for (const QString& line : QString::fromLatin1(boot.readAllStandardOutput()).split('\n'))
+        if (const qsizetype at = line.indexOf("SYSERR"); at >= 0)
+            syserrs.append(line.mid(at));
+    if (boot.exitCode() != 0 && syserrs.isEmpty())
+        syserrs.append("boot stopped: " + QString::fromLatin1(boot.readAllStandardError()));
+    return syserrs;
+}
+
+// The server boots zone `zone` with the file saved in `folder` beside the
+// stock files of the other kinds, logging no SYSERR that the stock zone
+// does not.
+inline void checkServerBoots(const QString& folder, int zone) {
+    QTemporaryDir stock;
+    for (const char* extension : {".wld", ".mob", ".obj", ".zon", ".shp"}) {
+        const QString name = QString::number(zone) + extension;
+        QFile::copy(corpusDir() + '/' + name, stock.filePath(name));
+        QFile::copy(corpusDir() + '/' + name, folder + name); // refused for the saved file
+    }
+    const std::optional<QStringList> before = serverSyserrs(stock.path());
+    if (!before)
+        QSKIP("the server is not here");
+    const std::optional<QStringList> after = serverSyserrs(folder);
+    for (const QString& line : *after)
+        QVERIFY2(before->contains(line), qPrintable(line));
 }
 
 } // namespace marl::test

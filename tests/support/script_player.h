@@ -27,12 +27,15 @@ namespace marl::test {
 class TestHost : public EditorHost {
 public:
     QString fileDir() const override { return folder; }
+    QString fileTitle() const override { return title; }
     Prompts& prompts() override { return script; }
     void editorClosed() override { ++closed; }
     QString path(const QString& name) const { return folder + name; }
 
     QTemporaryDir dir;
     QString folder = dir.path() + '/';
+    QString title; // the file chosen, when not the zone's own name
+
     ScriptedPrompts script;
     int closed = 0;
 };

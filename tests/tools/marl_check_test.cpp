@@ -61,6 +61,7 @@ void MarlCheckTest::init() {
     for (const char* name : {"30.wld", "030.wld", "castle.wld"})
         put(name, room);
     put("30.mob", mobile + QString(mobile).replace("S|", "E|").replace("#1", "#2") + "Str: 18|E|$");
+    put("order.mob", QString(mobile).replace("#1", "#2") + mobile + "$");
     put("31.mob", QString(mobile).replace("0 0|8", "5OO 0|8") + "$");
     put("30.obj", "#1|a~|b~|c~|~|1 0 a|0 0 0 0|0 0 0|A|1 2|$", "\r\n");
     put("notes.txt", "hello");
@@ -92,6 +93,13 @@ void MarlCheckTest::runs_data() {
         << QStringList{};
     QTest::newRow("a refused file: its line and what was expected") << "31.mob 30.obj" << 1
         << "31.mob:8: expected the gold line \"<gold> <xp>\"|30.obj: 1 object" << "" << QStringList{};
+    // The server only logs records out of number order (and misses some).
+    QTest::newRow("records out of order: the record at fault") << "order.mob 30.wld" << 0
+        << "order.mob: 2 mobiles|order.mob:10: #1 is out of number order (after #2)|30.wld: 1 room"
+        << "" << QStringList{};
+    QTest::newRow("records out of order, strict") << "--strict order.mob" << 1
+        << "order.mob: 2 mobiles|order.mob:10: #1 is out of number order (after #2)" << ""
+        << QStringList{};
     QTest::newRow("unknown extension") << "notes.txt" << 1
         << "notes.txt: not a zone file: the name must end in .wld, .mob or .obj" << "" << QStringList{};
     QTest::newRow("missing file") << "32.wld" << 1
@@ -126,7 +134,7 @@ void MarlCheckTest::runs_data() {
                  "over the other" << QStringList{};
     QTest::newRow("two inputs of one name, only checked") << "30.wld other/30.wld" << 0
         << "30.wld: 1 room|other/30.wld: 1 room" << "" << QStringList{};
-    QTest::newRow("help") << "--help" << 0 << "Usage: marl-check [--rewrite DIR] FILE...*" << ""
+    QTest::newRow("help") << "--help" << 0 << "Usage: marl-check [--strict] [--rewrite DIR] FILE...*" << ""
         << QStringList{};
     QTest::newRow("no file") << "" << 2 << "" << "marl-check: no zone file given" << QStringList{};
     QTest::newRow("unknown option") << "--fix 30.wld" << 2 << "" << "marl-check: unknown option --fix"
