@@ -84,6 +84,9 @@ Result checkFile(const std::string& shown, const fs::path& path, std::int32_t zo
         return {shown + ": cannot read the file: " + outcome.problem};
     }
     std::string line = shown + ": " + plural(outcome.count, Kind::one, Kind::many);
+    // What the editor cannot show, kept as the file has it.
+    for (const TextReader::Note& note : outcome.notes)
+        line += '\n' + shown + ':' + std::to_string(note.line) + ": " + note.text;
     if (rewrite) {
         const fs::path target = *rewrite / path.filename();
         std::string error;

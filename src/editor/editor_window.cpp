@@ -122,6 +122,10 @@ bool EditorWindow::openZone(std::int32_t zone, QString& error) {
         error = QString::fromLocal8Bit(problem);
         return false;
     }
+    if (!document_.Notes.empty())
+        host_.prompts().tell(QStringLiteral("The file holds what the editor cannot show; it is "
+                                            "kept as the file has it:\n") +
+                             QString::fromLatin1(document_.Notes));
     if (document_.RecordCount == 0) {
         // A file of only its end line: an empty zone, opened as a new one.
         newZone(zone);

@@ -39,6 +39,9 @@ public:
     bool Changed = false;
     // The folder of the zone's file.
     std::filesystem::path folder;
+    // What the file last read holds that the editor cannot show, kept as it
+    // stands ("30.mob, line 12: ..."), or empty.
+    std::string Notes;
 
     std::string fileName() const { return zoneFileName(ZoneNumber, extension_); }
     std::filesystem::path path() const { return folder / fileName(); }
@@ -155,6 +158,7 @@ protected:
         }
         table_ = std::move(fresh);
         count = outcome.count;
+        Notes = describeLoadNotes(fileName(), outcome);
         return true;
     }
 
