@@ -1,5 +1,7 @@
 #include "mobiles/mobile_file.h"
 
+#include <cctype>
+
 #include "world/record_file.h"
 
 namespace marl {
@@ -61,7 +63,8 @@ void readMobile(TextReader& in, std::string_view bytes, MobileRecord& mobile, st
     mobile.ActionBitV = flags.text(0);
     mobile.AffectBitV = flags.text(1);
     mobile.Align = flags.int32(2);
-    mobile.TypeLetter = flags.text(3);
+    // Held as the server takes it: `e` is an `E`.
+    mobile.TypeLetter.assign(1, static_cast<char>(std::toupper(static_cast<unsigned char>(flags.text(3)[0]))));
 
     const FieldLine level(in, "dddxx", kLevelLine);
     mobile.Level = level.int16(0);
@@ -84,9 +87,8 @@ void readMobile(TextReader& in, std::string_view bytes, MobileRecord& mobile, st
     // keyword's colon, or the block's closing `E`, starts one too; a header
     // or the end line never does.
     line = in.nextLine(kNextMobile);
-    const bool letterE = mobile.TypeLetter == "E" || mobile.TypeLetter == "e";
     if (line.front() != '#' && line.front() != '$' &&
-        (letterE || line.find(':') != std::string::npos || line == "E")) {
+        (mobile.TypeLetter == "E" || line.find(':') != std::string::npos || line == "E")) {
         readExtendedBlock(in, bytes, line, mobile);
         line = in.nextLine(kNextMobile);
     }
@@ -120,7 +122,7 @@ std::string writeMobiles(MobileTable& table, int count) {
         const std::vector<std::string> lines = extendedLines(mobile);
         for (const std::string& line : lines)
             out.line(line);
-        if (!lines.empty() || mobile.TypeLetter == "E" || mobile.TypeLetter == "e")
+        if (!lines.empty() || mobile.TypeLetter == "E")
             out.line("E");
     });
 }

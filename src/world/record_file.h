@@ -19,6 +19,8 @@ namespace marl {
 // header should have been.
 void refuseCrOnlyLineEnds(std::string_view bytes);
 
+inline constexpr int kMaxFileRecords = 99999;
+
 // Reads every record of a file into a cleared table, slot 0 upward, and
 // returns how many were read.  `body(in, record, line)` reads what follows
 // a header and leaves in `line` the line after the record, read with
@@ -46,6 +48,12 @@ int readRecords(std::string_view bytes, Table& table, std::string_view header,
     }
     std::string_view expected = header;
     for (int count = 0;; expected = next) {
+        // However many headers a file holds, the server numbers its records
+        // below 99999: a file of more is no zone, and is not held in memory.
+        if (count == kMaxFileRecords)
+            throw FormatError::refused(in.lastLineNumber(),
+                                       "more than " + std::to_string(kMaxFileRecords) +
+                                           " records, more than a zone's vnums can number");
         auto& record = table[static_cast<std::size_t>(count)];
         record.VNum = parseHeader(line, in.lastLineNumber(), expected);
         in.markRecord();

@@ -30,6 +30,8 @@ private slots:
     void refuses() { test::checkRefuses<Mobiles>(); }
     void writes_data();
     void writes() { test::checkWrites<Mobiles>(); }
+    void changedValues_data();
+    void changedValues();
 };
 
 void MobileFileTest::reads_data() {
@@ -119,6 +121,34 @@ void MobileFileTest::writes_data() {
     QTest::newRow("no mobiles: the end line alone") << "" << "$";
     QTest::newRow("the empty zone") << "$" << "=";
     // clang-format on
+}
+
+// An extended block read, one value changed as the especs dialog changes
+// it, and the block written: the lines of other values as they stood.
+void MobileFileTest::changedValues_data() {
+    test::columns<QString, QString, int, QString>({"block", "keyword", "value", "written"});
+    // clang-format off
+    QTest::newRow("changed in place, in the editor's form") << "str:18|dex:5" << "Str:" << 20 << "Str: 20|dex:5";
+    QTest::newRow("taken away: every line of it goes") << "Str: 10|* x|str:12" << "Str:" << 0 << "* x";
+    QTest::newRow("given anew: after the others") << "Str: 0|Wings: 2" << "Dex:" << 9 << "Str: 0|Wings: 2|Dex: 9";
+    QTest::newRow("the same value: the line as it stands") << "Str:99" << "Str:" << 25 << "Str:99";
+    // clang-format on
+}
+
+void MobileFileTest::changedValues() {
+    QFETCH(QString, block);
+    QFETCH(QString, keyword);
+    QFETCH(int, value);
+    QFETCH(QString, written);
+    const QString mobile = guard("#3001", block + "|E|$").replace(" 350 S", " 350 E");
+    auto table = std::make_unique<MobileTable>();
+    QCOMPARE(readMobiles(test::lines(mobile, "\n"), *table), 1);
+    for (const ExtendedDef& def : kExtendedValues)
+        if (keyword == def.keyword)
+            (*table)[0].*def.field = std::int16_t(value);
+    (*table)[0].Source.clear();
+    QCOMPARE(QString::fromStdString(writeMobiles(*table, 1)),
+             QString::fromStdString(test::lines(guard("#3001", written + "|E|$").replace(" 350 S", " 350 E"), "\n")));
 }
 
 QTEST_GUILESS_MAIN(MobileFileTest)

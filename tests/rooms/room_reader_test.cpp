@@ -66,6 +66,8 @@ void RoomReaderTest::refuses_data() {
         << "the extra description ending in \"~\"";
     QTest::newRow("name without ~") << "#1|R||30 0 0" << 2 << "the room name";
     QTest::newRow("truncated before $") << R + "S" << 6 << "the next room \"#<vnum>\" or the end";
+    QTest::newRow("more records than vnums") << QString("#1|~|~|0 0 0|S|").repeated(100000) + "$"
+        << 1 + 99999 * 5 << "more than 99999 records";
     QTest::newRow("second header without #") << R + "S|2|R~|~|30 0 0|S|$" << 6 << "the next room";
     // clang-format on
 }
