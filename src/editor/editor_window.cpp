@@ -105,9 +105,9 @@ void EditorWindow::syncFolder() {
 
 // ---- Procedures the main window calls -------------------------------------
 
-void EditorWindow::newZone(std::int32_t zone) {
+void EditorWindow::newZone(std::int32_t zone, bool keepFile) {
     syncFolder();
-    document_.newZone(zone);
+    document_.newZone(zone, keepFile);
     fillList();
     ClearAll();
     textVNum_->setText(QString::number(zone) + QStringLiteral("00"));
@@ -127,8 +127,9 @@ bool EditorWindow::openZone(std::int32_t zone, QString& error) {
                                             "kept as the file has it:\n") +
                              QString::fromLatin1(document_.Notes));
     if (document_.RecordCount == 0) {
-        // A file of only its end line: an empty zone, opened as a new one.
-        newZone(zone);
+        // A file without records: an empty zone, opened as a new one, whose
+        // lines around its end line are written back with the first save.
+        newZone(zone, true);
         return true;
     }
     fillList();

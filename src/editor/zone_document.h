@@ -46,8 +46,10 @@ public:
     std::string fileName() const { return zoneFileName(ZoneNumber, extension_); }
     std::filesystem::path path() const { return folder / fileName(); }
 
-    // An empty zone: nothing held, the window on slot 0.
-    void newZone(std::int32_t zone);
+    // An empty zone: nothing held, the window on slot 0.  `keepFile` keeps
+    // what a file without records held around them (lines before its `$`,
+    // what follows it), to be written with the records saved.
+    void newZone(std::int32_t zone, bool keepFile = false);
     // Reads the zone's file.  On failure `error` says why ("30.wld, line 4:
     // expected ...") and the table is left cleared.
     bool load(std::int32_t zone, std::string& error);

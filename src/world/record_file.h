@@ -4,6 +4,7 @@
 // file's own line ends; and the extra descriptions of rooms and objects.
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -20,6 +21,9 @@ namespace marl {
 void refuseCrOnlyLineEnds(std::string_view bytes);
 
 inline constexpr int kMaxFileRecords = 99999;
+// A header of this vnum or more ends the server's reading of a file: it and
+// what follows are kept as the file's trailer, as the `$` line is.
+inline constexpr std::int32_t kServerLastVNum = 99999;
 
 // Reads every record of a file into a cleared table, slot 0 upward, and
 // returns how many were read.  `body(in, record, line)` reads what follows
@@ -54,8 +58,16 @@ int readRecords(std::string_view bytes, Table& table, std::string_view header,
             throw FormatError::refused(in.lastLineNumber(),
                                        "more than " + std::to_string(kMaxFileRecords) +
                                            " records, more than a zone's vnums can number");
+        const std::int32_t vnum = parseHeader(line, in.lastLineNumber(), expected);
+        if (vnum >= kServerLastVNum) {
+            in.note(in.lastLineNumber(), "#" + std::to_string(vnum) + ": the server stops reading "
+                                         "the file here; what follows is kept as it stands");
+            table.trailer.assign(bytes.substr(start));
+            table.notes = std::move(in.notes());
+            return count;
+        }
         auto& record = table[static_cast<std::size_t>(count)];
-        record.VNum = parseHeader(line, in.lastLineNumber(), expected);
+        record.VNum = vnum;
         in.markRecord();
         body(in, record, line);
         if (const int inside = in.firstSkippedInside())

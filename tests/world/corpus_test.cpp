@@ -194,6 +194,8 @@ void CorpusTest::handEdits_data() {
         << "17 0 1 \n50 50 1 0\t\n 65  300 100  \n" << "" << 0;
     QTest::newRow("empty and * lines between objects") << "30.obj" << "65 300 100\n#3001"
         << "65 300 100\n\n* beer\n\n#3001" << "" << 0;
+    QTest::newRow("the server stops at #99999: the rest kept, told") << "30.obj" << "\n$\n"
+        << "\n#99999\nnotes, never read\n$\n" << "" << 1;
     QTest::newRow("a word after the last number") << "30.obj" << "65 300 100\n" << "65 300 100kg\n" << "" << 0;
     // clang-format on
 }
@@ -225,7 +227,7 @@ void CorpusTest::handEdits() {
         // The record holding the edit.
         std::size_t start = table->leader.size();
         int slot = 0;
-        while (start + (*table)[std::size_t(slot)].Source.size() <= at)
+        while (slot + 1 < count && start + (*table)[std::size_t(slot)].Source.size() <= at)
             start += (*table)[std::size_t(slot++)].Source.size();
         auto& record = (*table)[std::size_t(slot)];
         QCOMPARE(test::describe(record), test::describe((*expected)[std::size_t(slot)]));
