@@ -27,7 +27,8 @@ constexpr std::string_view kExtendedLine =
 // inside the block is where it stops.
 void readExtendedBlock(TextReader& in, std::string_view bytes, std::string& line,
                        MobileRecord& mobile) {
-    std::string_view skipped = bytes.substr(in.skippedFrom(), in.lastLineStart() - in.skippedFrom());
+    std::string_view skipped =
+        bytes.substr(in.skippedFrom(), in.lastLineStart() - in.skippedFrom());
     while (!skipped.empty()) {
         const std::size_t lf = skipped.find('\n');
         std::string_view one = skipped.substr(0, lf);
@@ -64,7 +65,8 @@ void readMobile(TextReader& in, std::string_view bytes, MobileRecord& mobile, st
     mobile.AffectBitV = flags.text(1);
     mobile.Align = flags.int32(2);
     // Held as the server takes it: `e` is an `E`.
-    mobile.TypeLetter.assign(1, static_cast<char>(std::toupper(static_cast<unsigned char>(flags.text(3)[0]))));
+    mobile.TypeLetter.assign(
+        1, static_cast<char>(std::toupper(static_cast<unsigned char>(flags.text(3)[0]))));
 
     const FieldLine level(in, "dddxx", kLevelLine);
     mobile.Level = level.int16(0);

@@ -1,6 +1,5 @@
 #include "world/record_file.h"
 
-
 namespace marl {
 
 void refuseCrOnlyLineEnds(std::string_view bytes) {

@@ -60,8 +60,9 @@ int readRecords(std::string_view bytes, Table& table, std::string_view header,
                                            " records, more than a zone's vnums can number");
         const std::int32_t vnum = parseHeader(line, in.lastLineNumber(), expected);
         if (vnum >= kServerLastVNum) {
-            in.note(in.lastLineNumber(), "#" + std::to_string(vnum) + ": the server stops reading "
-                                         "the file here; what follows is kept as it stands");
+            in.note(in.lastLineNumber(), "#" + std::to_string(vnum) +
+                                             ": the server stops reading "
+                                             "the file here; what follows is kept as it stands");
             table.trailer.assign(bytes.substr(start));
             table.notes = std::move(in.notes());
             return count;

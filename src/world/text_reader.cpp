@@ -78,7 +78,8 @@ std::string_view TextReader::nextLine(std::string_view what) {
         firstInner_ = firstSkipped_;
     skippedFrom_ = pos_;
     firstSkipped_ = 0;
-    while (pos_ < data_.size() && (data_[pos_] == '*' || data_[pos_] == '\r' || data_[pos_] == '\n')) {
+    while (pos_ < data_.size() &&
+           (data_[pos_] == '*' || data_[pos_] == '\r' || data_[pos_] == '\n')) {
         if (firstSkipped_ == 0)
             firstSkipped_ = line_;
         readLine(what);

@@ -6,9 +6,9 @@
 #include <cstddef>
 #include <filesystem>
 #include <new>
-#include <vector>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "world/text_reader.h"
 

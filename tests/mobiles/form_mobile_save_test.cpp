@@ -78,8 +78,9 @@ void FormMobileSaveTest::stockMobilesSurviveTheWindow_data() {
     static QTemporaryDir dir;
     std::string bytes = readBytes(examplesDir() + "/95.mob");
     const std::string block = "BareHandAttack: 4\r\nDex: 16\r\n";
-    bytes.replace(bytes.find(block), block.size(),
-                  "barehandattack:4\r\n* quick\r\n\r\nDEX: 16\r\nStr: 0\r\nCon: 99\r\nWings: 2\r\n");
+    bytes.replace(
+        bytes.find(block), block.size(),
+        "barehandattack:4\r\n* quick\r\n\r\nDEX: 16\r\nStr: 0\r\nCon: 99\r\nWings: 2\r\n");
     writeBytes(dir.filePath("95.mob"), bytes);
     QTest::newRow("extended lines by hand") << dir.filePath("95.mob");
 }

@@ -148,7 +148,8 @@ void MobileFileTest::changedValues() {
             (*table)[0].*def.field = std::int16_t(value);
     (*table)[0].Source.clear();
     QCOMPARE(QString::fromStdString(writeMobiles(*table, 1)),
-             QString::fromStdString(test::lines(guard("#3001", written + "|E|$").replace(" 350 S", " 350 E"), "\n")));
+             QString::fromStdString(
+                 test::lines(guard("#3001", written + "|E|$").replace(" 350 S", " 350 E"), "\n")));
 }
 
 QTEST_GUILESS_MAIN(MobileFileTest)
