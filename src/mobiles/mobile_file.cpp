@@ -20,6 +20,13 @@ constexpr std::string_view kPositionLine =
 constexpr std::string_view kExtendedLine =
     "an extended value \"<keyword>: <value>\" or the end of the block \"E\"";
 
+// The server drops every CR at the end of a line, not just one.
+std::string_view withoutCrs(std::string_view line) {
+    while (!line.empty() && line.back() == '\r')
+        line.remove_suffix(1);
+    return line;
+}
+
 // The lines of an extended block up to its `E` line, as the file has them;
 // `line` holds the first, and the lines the server passed over before it
 // are the block's too.  Every line but the exact `E` is one the server reads
@@ -31,14 +38,12 @@ void readExtendedBlock(TextReader& in, std::string_view bytes, std::string& line
         bytes.substr(in.skippedFrom(), in.lastLineStart() - in.skippedFrom());
     while (!skipped.empty()) {
         const std::size_t lf = skipped.find('\n');
-        std::string_view one = skipped.substr(0, lf);
-        if (!one.empty() && one.back() == '\r')
-            one.remove_suffix(1);
-        mobile.ExtendedLines.emplace_back(one);
+        mobile.ExtendedLines.emplace_back(withoutCrs(skipped.substr(0, lf)));
         skipped.remove_prefix(lf == std::string_view::npos ? skipped.size() : lf + 1);
     }
     in.forgetSkipped();
-    while (line != "E") {
+    const auto dropCrs = [](std::string& text) { text.resize(withoutCrs(text).size()); };
+    for (dropCrs(line); line != "E"; line = in.readLine(kExtendedLine), dropCrs(line)) {
         if (!line.empty() && line.front() == '#')
             throw FormatError(in.lastLineNumber(), std::string(kExtendedLine));
         std::int16_t value = 0;
@@ -48,7 +53,6 @@ void readExtendedBlock(TextReader& in, std::string_view bytes, std::string& line
         else if (tooLarge)
             throw FormatError::refused(in.lastLineNumber(), line + ": a value beyond 32 bits");
         mobile.ExtendedLines.push_back(line);
-        line = in.readLine(kExtendedLine);
     }
 }
 

@@ -108,6 +108,8 @@ void MobileFileTest::writes_data() {
         << head + "0 0 5 S|1 2 3 1d1+1 1d1+1|0 0|8 8 0|$~";
     QTest::newRow("extended lines as the file has them, zeros and unknown keywords too")
         << E + "|StrAdd: 50|BareHandAttack: 0|Attack: 3|*|str:18|E|$" << "=";
+    QTest::newRow("every CR at the end of an extended line dropped, as the server drops them")
+        << E + "|Cha: 10\r|E\r|$" << E + "|Cha: 10|E|$";
     QTest::newRow("bare-hand attack 5") << E + "|BareHandAttack: 5|E|$" << "=";
     QTest::newRow("E letter without values: an empty block") << E + "|$" << E + "|E|$";
     QTest::newRow("an S mobile's block is closed all the same")
