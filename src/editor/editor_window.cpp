@@ -123,8 +123,7 @@ bool EditorWindow::openZone(std::int32_t zone, QString& error) {
         return false;
     }
     if (!document_.Notes.empty())
-        host_.prompts().tell(QStringLiteral("The file holds what the editor cannot show; it is "
-                                            "kept as the file has it:\n") +
+        host_.prompts().tell(QStringLiteral("The file holds what the editor cannot show:\n") +
                              QString::fromLatin1(document_.Notes));
     if (document_.RecordCount == 0) {
         // A file without records: an empty zone, opened as a new one, whose

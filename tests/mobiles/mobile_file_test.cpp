@@ -39,6 +39,7 @@ void MobileFileTest::reads_data() {
     const QString S = kHead + "0 0 0 S" + kTail;
     // clang-format off
     QTest::newRow("simple mobile") << guard() << 1 << kGuard;
+    QTest::newRow("empty and * lines before the next") << guard("#3001", "|* rat|" + S + "|$") << 2 << kGuard;
     QTest::newRow("S mobile directly followed by the next") << guard("#3001", S + "|$") << 2 << kGuard;
     QTest::newRow("extended block") << guard("#3001", "BareHandAttack: 4|Str: 18|StrAdd: 50|E|$") << 1
         << kGuard + " BareHandAttack:4 Str:18 StrAdd:50";
