@@ -146,6 +146,8 @@ protected:
     }
     void placePending(int slot) override {
         pending_.Source.clear();
+        // The lines that follow a record in the file stay with its place.
+        pending_.After = record(slot).After;
         record(slot) = pending_;
     }
     void keepBackup() override { backup_ = table_; }
