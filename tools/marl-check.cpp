@@ -34,7 +34,9 @@ constexpr const char* kUsage =
     "Each FILE is read by its extension: .wld (rooms), .mob (mobiles) or .obj\n"
     "(objects).  For a file that reads, marl-check prints \"FILE: N rooms\" (or\n"
     "mobiles, objects); for one that does not, \"FILE:LINE: expected ...\", the\n"
-    "line and what the reader expected there.\n"
+    "line and what the reader expected there.  What a file that reads holds\n"
+    "beyond what the editor can show (kept as the file has it) follows its\n"
+    "line, one \"FILE:LINE: what\" each.\n"
     "\n"
     "A file that reads may have findings the server only logs, each on a line\n"
     "\"FILE:LINE: what is wrong\" at a line of the record at fault: records out\n"
@@ -96,6 +98,10 @@ Result checkFile(const std::string& shown, const fs::path& path, std::int32_t zo
         findings += '\n' + shown + ':' + std::to_string(headerLine(table, slot)) + ": #" +
                     std::to_string(table[slot].VNum) + " is out of number order (after #" +
                     std::to_string(table[slot - 1].VNum) + ")";
+    // What the editor cannot show, kept as the file has it.
+    std::string notes;
+    for (const TextReader::Note& note : outcome.notes)
+        notes += '\n' + shown + ':' + std::to_string(note.line) + ": " + note.text;
     if (rewrite) {
         const fs::path target = *rewrite / path.filename();
         std::string error;
@@ -103,7 +109,7 @@ Result checkFile(const std::string& shown, const fs::path& path, std::int32_t zo
             return {line + "; cannot write " + target.string() + ": " + error};
         line += ", written to " + target.string();
     }
-    return {line + findings, true, !findings.empty()};
+    return {line + notes + findings, true, !findings.empty()};
 }
 
 Result checkOne(const std::string& shown, const fs::path* rewrite) {

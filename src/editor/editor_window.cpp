@@ -106,9 +106,9 @@ void EditorWindow::syncFolder() {
 
 // ---- Procedures the main window calls -------------------------------------
 
-void EditorWindow::newZone(std::int32_t zone) {
+void EditorWindow::newZone(std::int32_t zone, bool keepFile) {
     syncFolder();
-    document_.newZone(zone);
+    document_.newZone(zone, keepFile);
     fillList();
     ClearAll();
     textVNum_->setText(QString::number(zone) + QStringLiteral("00"));
@@ -123,9 +123,13 @@ bool EditorWindow::openZone(std::int32_t zone, QString& error) {
         error = QString::fromLocal8Bit(problem);
         return false;
     }
+    if (!document_.Notes.empty())
+        host_.prompts().tell(QStringLiteral("The file holds what the editor cannot show:\n") +
+                             QString::fromLatin1(document_.Notes));
     if (document_.RecordCount == 0) {
-        // A file of only its end line: an empty zone, opened as a new one.
-        newZone(zone);
+        // A file without records: an empty zone, opened as a new one, whose
+        // lines around its end line are written back with the first save.
+        newZone(zone, true);
         return true;
     }
     fillList();

@@ -46,7 +46,8 @@ public:
 
     // ZoneEditor: how the main window starts the editor.
     QWidget* window() override { return this; }
-    void newZone(std::int32_t zone) override;
+    void newZone(std::int32_t zone) override { newZone(zone, false); }
+    void newZone(std::int32_t zone, bool keepFile);
     bool openZone(std::int32_t zone, QString& error) override;
 
     // DialogOwner: what the kind's dialogs report to.

@@ -2,8 +2,9 @@
 
 namespace marl {
 
-void ZoneDocument::newZone(std::int32_t zone) {
-    clearTable();
+void ZoneDocument::newZone(std::int32_t zone, bool keepFile) {
+    if (!keepFile)
+        clearTable();
     ZoneNumber = zone;
     RecordCount = 0;
     CurrentIndex = 0;

@@ -42,14 +42,19 @@ public:
     // The name of the file the builder chose (`030.wld`, `7.old.wld`); empty
     // for the zone's own name (`30.wld`).  Only the zone number comes from it.
     std::string chosenName;
+    // What the file last read holds that the editor cannot show, kept as it
+    // stands ("30.mob, line 12: ..."), or empty.
+    std::string Notes;
 
     std::string fileName() const {
         return chosenName.empty() ? zoneFileName(ZoneNumber, extension_) : chosenName;
     }
     std::filesystem::path path() const { return folder / fileName(); }
 
-    // An empty zone: nothing held, the window on slot 0.
-    void newZone(std::int32_t zone);
+    // An empty zone: nothing held, the window on slot 0.  `keepFile` keeps
+    // what a file without records held around them (lines before its `$`,
+    // what follows it), to be written with the records saved.
+    void newZone(std::int32_t zone, bool keepFile = false);
     // Reads the zone's file.  On failure `error` says why ("30.wld, line 4:
     // expected ...") and the table is left cleared.
     bool load(std::int32_t zone, std::string& error);
@@ -151,6 +156,8 @@ protected:
     }
     void placePending(int slot) override {
         pending_.Source.clear();
+        // The lines that follow a record in the file stay with its place.
+        pending_.After = record(slot).After;
         record(slot) = pending_;
     }
     void keepBackup() override { backup_ = table_; }
@@ -165,6 +172,7 @@ protected:
         }
         table_ = std::move(fresh);
         count = outcome.count;
+        Notes = describeLoadNotes(fileName(), outcome);
         return true;
     }
 

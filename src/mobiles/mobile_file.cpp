@@ -1,5 +1,7 @@
 #include "mobiles/mobile_file.h"
 
+#include <cctype>
+
 #include "world/record_file.h"
 
 namespace marl {
@@ -18,65 +20,93 @@ constexpr std::string_view kPositionLine =
 constexpr std::string_view kExtendedLine =
     "an extended value \"<keyword>: <value>\" or the end of the block \"E\"";
 
-// The lines of an extended block up to its `E` line; `line` holds the first.
-// Lines with a keyword of their own are skipped, as the server skips them.
-void readExtendedBlock(TextReader& in, std::string& line, MobileRecord& mobile) {
-    while (!isLine(line, "E")) {
-        for (const ExtendedDef& def : kExtendedValues) {
-            if (!line.starts_with(def.keyword))
-                continue;
-            const std::string what =
-                "an extended value \"" + std::string(def.keyword) + " <number>\"";
-            mobile.*def.field =
-                FieldLine(line, in.lastLineNumber(), 2, what, FieldLine::FlagText).int16(1);
-            break;
-        }
-        line = in.readLine(kExtendedLine);
+// The server drops every CR at the end of a line, not just one.
+std::string_view withoutCrs(std::string_view line) {
+    while (!line.empty() && line.back() == '\r')
+        line.remove_suffix(1);
+    return line;
+}
+
+// The lines of an extended block up to its `E` line, as the file has them;
+// `line` holds the first, and the lines the server passed over before it
+// are the block's too.  Every line but the exact `E` is one the server reads
+// as "keyword: value" (telling of a keyword it does not know); a header
+// inside the block is where it stops.
+void readExtendedBlock(TextReader& in, std::string_view bytes, std::string& line,
+                       MobileRecord& mobile) {
+    std::string_view skipped =
+        bytes.substr(in.skippedFrom(), in.lastLineStart() - in.skippedFrom());
+    while (!skipped.empty()) {
+        const std::size_t lf = skipped.find('\n');
+        mobile.ExtendedLines.emplace_back(withoutCrs(skipped.substr(0, lf)));
+        skipped.remove_prefix(lf == std::string_view::npos ? skipped.size() : lf + 1);
+    }
+    in.forgetSkipped();
+    const auto dropCrs = [](std::string& text) { text.resize(withoutCrs(text).size()); };
+    for (dropCrs(line); line != "E"; line = in.readLine(kExtendedLine), dropCrs(line)) {
+        if (!line.empty() && line.front() == '#')
+            throw FormatError(in.lastLineNumber(), std::string(kExtendedLine));
+        std::int16_t value = 0;
+        bool tooLarge = false;
+        if (const ExtendedDef* def = extendedValue(line, value, &tooLarge))
+            mobile.*def->field = value;
+        else if (tooLarge)
+            throw FormatError::refused(in.lastLineNumber(), line + ": a value beyond 32 bits");
+        mobile.ExtendedLines.push_back(line);
     }
 }
 
-void readMobile(TextReader& in, MobileRecord& mobile, std::string& line) {
+void readMobile(TextReader& in, std::string_view bytes, MobileRecord& mobile, std::string& line) {
     in.readTildeString("the alias list ending in \"~\"", mobile.Alias);
     in.readTildeString("the short description ending in \"~\"", mobile.SDesc);
     in.readTildeText("the long description ending in \"~\"", mobile.LDesc);
     in.readTildeText("the detailed description ending in \"~\"", mobile.DDesc);
 
-    const FieldLine flags(in, 4, kFlagsLine, FieldLine::FlagText);
+    // The server scans "%s %s %d %c": the letter is the first character
+    // after the alignment that is not a blank, the rest of the line unread.
+    const FieldLine flags(in, "ssdc", kFlagsLine);
     mobile.ActionBitV = flags.text(0);
     mobile.AffectBitV = flags.text(1);
     mobile.Align = flags.int32(2);
-    mobile.TypeLetter = flags.text(3);
+    // Held as the server takes it: `e` is an `E`.
+    mobile.TypeLetter.assign(
+        1, static_cast<char>(std::toupper(static_cast<unsigned char>(flags.text(3)[0]))));
 
-    const FieldLine level(in, 5, kLevelLine, FieldLine::Numbers);
+    const FieldLine level(in, "dddxx", kLevelLine);
     mobile.Level = level.int16(0);
     mobile.THAC0 = level.int16(1);
     mobile.AC = level.int16(2);
-    mobile.MHP = level.text(3);
-    mobile.BHD = level.text(4);
+    mobile.MHP = level.dice(3);
+    mobile.BHD = level.dice(4);
 
-    const FieldLine gold(in, 2, kGoldLine, FieldLine::Numbers);
+    const FieldLine gold(in, "dd", kGoldLine);
     mobile.Gold = gold.int32(0);
     mobile.XP = gold.int32(1);
 
-    const FieldLine position(in, 3, kPositionLine, FieldLine::Numbers);
+    const FieldLine position(in, "ddd", kPositionLine);
     mobile.LPos = position.int16(0);
     mobile.DPos = position.int16(1);
     mobile.Gender = position.int16(2);
 
-    // The type letter is not trusted here: hand-edited files carry blocks
-    // under "S" and "E" without one, so the next line itself tells, by a
-    // keyword's colon or by being the block's closing `E`.
-    line = in.readLine(kNextMobile);
-    if (line.find(':') != std::string::npos || isLine(line, "E")) {
-        readExtendedBlock(in, line, mobile);
-        line = in.readLine(kNextMobile);
+    // The server reads a block after an `E` letter.  Hand-edited files also
+    // carry blocks under "S" and "E" letters without one, so a line with a
+    // keyword's colon, or the block's closing `E`, starts one too; a header
+    // or the end line never does.
+    line = in.nextLine(kNextMobile);
+    if (line.front() != '#' && line.front() != '$' &&
+        (mobile.TypeLetter == "E" || line.find(':') != std::string::npos || line == "E")) {
+        readExtendedBlock(in, bytes, line, mobile);
+        line = in.nextLine(kNextMobile);
     }
 }
 
 } // namespace
 
 int readMobiles(std::string_view bytes, MobileTable& table) {
-    return readRecords(bytes, table, kHeader, kNextMobile, readMobile);
+    return readRecords(bytes, table, kHeader, kNextMobile,
+                       [bytes](TextReader& in, MobileRecord& mobile, std::string& line) {
+                           readMobile(in, bytes, mobile, line);
+                       });
 }
 
 std::string writeMobiles(MobileTable& table, int count) {
@@ -95,15 +125,10 @@ std::string writeMobiles(MobileTable& table, int count) {
         out.put(' ').put(mobile.MHP).put(' ').put(mobile.BHD).endLine();
         out.numbers(mobile.Gold, mobile.XP);
         out.numbers(mobile.LPos, mobile.DPos, mobile.Gender);
-        bool extended = false;
-        for (const ExtendedDef& def : kExtendedValues) {
-            const std::int16_t value = mobile.*def.field;
-            if (value == 0)
-                continue;
-            out.put(def.keyword).put(' ').number(value).endLine();
-            extended = true;
-        }
-        if (extended || mobile.TypeLetter == "E")
+        const std::vector<std::string> lines = extendedLines(mobile);
+        for (const std::string& line : lines)
+            out.line(line);
+        if (!lines.empty() || mobile.TypeLetter == "E")
             out.line("E");
     });
 }

@@ -22,35 +22,38 @@ void readObject(TextReader& in, ObjectRecord& object, std::string& line) {
     in.readTildeString("the long description ending in \"~\"", object.LDesc);
     in.readTildeString("the action description ending in \"~\"", object.ADesc);
 
-    const FieldLine type(in, 3, kTypeLine, FieldLine::FlagText);
+    const FieldLine type(in, "dss", kTypeLine);
     object.OType = type.int16(0);
     object.EBitV = type.text(1);
     object.WBitV = type.text(2);
 
-    const FieldLine values(in, kObjectValues, kValuesLine, FieldLine::Numbers);
+    const FieldLine values(in, "dddd", kValuesLine);
     for (std::size_t i = 0; i < kObjectValues; ++i)
         object.Values[i] = values.int32(i);
 
-    const FieldLine weight(in, 3, kWeightLine, FieldLine::Numbers);
+    const FieldLine weight(in, "ddd", kWeightLine);
     object.Weight = weight.int32(0);
     object.Cost = weight.int32(1);
     object.RPD = weight.int32(2);
 
-    // Extra descriptions and affects, in whatever order the file has them.
+    // Extra descriptions and affects, in whatever order the file has them,
+    // each known by the first character of its line, as the server does.
     while (true) {
-        line = in.readLine(kNextObject);
-        const std::string_view word = trimRight(line);
-        if (word == "E") {
+        line = in.nextLine(kNextObject);
+        const char word = line.front();
+        if (word == 'E') {
             readExtraDesc(in, object.ExtraDescs, "an object");
-        } else if (word == "A") {
+        } else if (word == 'A') {
             if (object.Affects.count() == kAffectSlots)
                 throw FormatError(in.lastLineNumber(), "at most 128 affects in an object");
-            const FieldLine numbers(in, 2, kAffectLine, FieldLine::Numbers);
+            const FieldLine numbers(in, "dd", kAffectLine);
             ObjectAffect& affect = object.Affects.append();
             affect.Location = numbers.int16(0);
             affect.Modifier = numbers.int32(1);
-        } else {
+        } else if (word == '#' || word == '$') {
             return;
+        } else {
+            throw FormatError(in.lastLineNumber(), std::string(kNextObject));
         }
     }
 }
@@ -67,7 +70,8 @@ std::string writeObjects(const ObjectTable& table, int count) {
         out.tildeString(object.SDesc);
         out.tildeString(object.LDesc);
         out.tildeString(object.ADesc);
-        out.number(object.OType).put(' ').put(object.EBitV).put(' ').put(object.WBitV).endLine();
+        out.number(object.OType).put(' ').put(orZero(object.EBitV)).put(' ');
+        out.put(orZero(object.WBitV)).endLine();
         const auto& v = object.Values;
         out.numbers(v[0], v[1], v[2], v[3]);
         out.numbers(object.Weight, object.Cost, object.RPD);

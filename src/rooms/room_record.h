@@ -33,6 +33,9 @@ struct RoomRecord {
     // read: a record the builder did not touch is written back byte for byte.
     // Whatever stores into the record from a window empties it.
     std::string Source;
+    // The empty and `*` lines that stood after the record in the file, up to
+    // the next header: written after it when it is written field by field.
+    std::string After;
     std::int32_t VNum = 0;
     std::string Name;
     std::string Desc;

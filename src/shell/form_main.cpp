@@ -277,12 +277,6 @@ void FormMain::openFile(int kind, bool isNew, const QString& directory, const QS
     }
     zoneNumber_ = *zone;
     fileDir_ = directory;
-    if (listIt) {
-        // The choice heads the list before the file is read, even if the
-        // reading then fails.
-        recent_.update(kind, fileDir_, fileTitle);
-        showRecent();
-    }
     QDir::setCurrent(fileDir_);
 
     KindHost& host = *hosts_[kind];
@@ -301,6 +295,12 @@ void FormMain::openFile(int kind, bool isNew, const QString& directory, const QS
             prompts_.tell(error);
             return;
         }
+    }
+    // Only a file that opened heads the list: one that cannot be read would
+    // fail again from the top of it.
+    if (listIt) {
+        recent_.update(kind, fileDir_, fileTitle);
+        showRecent();
     }
     host.window = window;
     window->show();

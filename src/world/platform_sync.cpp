@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <random>
 
 #include <fcntl.h>
@@ -213,12 +214,25 @@ bool writeAll(int fd, std::string_view bytes, std::string& error) {
     return true;
 }
 
+bool tooLarge(std::string& error) {
+    error = "the file is larger than any zone file (more than " +
+            std::to_string(kMaxZoneFileBytes >> 20) + " MB), so it is not read";
+    return false;
+}
+
+// Up to the end of the file, however it changes while it is read, but never
+// beyond the largest zone file.
 bool readAll(int fd, std::size_t size, std::string& bytes, std::string& error) {
+    if (size > kMaxZoneFileBytes)
+        return tooLarge(error);
     bytes.assign(size, '\0');
     std::size_t done = 0;
     for (;;) {
-        if (done == bytes.size())
+        if (done == bytes.size()) {
+            if (done > kMaxZoneFileBytes)
+                return tooLarge(error);
             bytes.resize(bytes.size() + 65536); // the file grew since it was looked at
+        }
         const long n = readSome(fd, bytes.data() + done, bytes.size() - done);
         if (n < 0 && errno == EINTR)
             continue;
@@ -240,6 +254,8 @@ bool readRegularFile(const fs::path& path, std::string& bytes, std::string& erro
         return fail(error, errno);
     if (!regular(info, error))
         return false;
+    if (static_cast<std::uint64_t>(info.st_size) > kMaxZoneFileBytes)
+        return tooLarge(error);
     const int fd = openToRead(path);
     if (fd < 0)
         return fail(error, errno);

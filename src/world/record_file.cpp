@@ -1,7 +1,5 @@
 #include "world/record_file.h"
 
-#include <cstring>
-
 namespace marl {
 
 void refuseCrOnlyLineEnds(std::string_view bytes) {
@@ -10,26 +8,15 @@ void refuseCrOnlyLineEnds(std::string_view bytes) {
                                       "(an old Mac file); save it with LF or CR LF line ends");
 }
 
-std::size_t headerLinesAtMost(std::string_view bytes) {
-    // `#` is rare in the text between headers, so the search runs over long
-    // stretches at a time.
-    std::size_t count = 0;
-    const char* at = bytes.data();
-    const char* const end = at + bytes.size();
-    while (const void* found = std::memchr(at, '#', static_cast<std::size_t>(end - at))) {
-        const char* hash = static_cast<const char*>(found);
-        if (hash == bytes.data() || hash[-1] == '\n')
-            ++count;
-        at = hash + 1;
-    }
-    return count;
-}
-
 void readExtraDesc(TextReader& in, ExtraDescList& list, std::string_view owner) {
-    if (list.count() == ExtraDescList::size())
-        throw FormatError(in.lastLineNumber(),
-                          "at most 128 extra descriptions in " + std::string(owner));
-    ExtraDesc& extra = list.append();
+    ExtraDesc beyond;
+    if (list.count() == ExtraDescList::size()) {
+        std::string text = "more than 128 extra descriptions in " + std::string(owner) +
+                           ": kept while it is not changed; saved from the editor it keeps 128";
+        if (in.notes().empty() || in.notes().back().text != text)
+            in.note(in.lastLineNumber(), std::move(text));
+    }
+    ExtraDesc& extra = list.count() == ExtraDescList::size() ? beyond : list.append();
     in.readTildeString("the extra description keywords ending in \"~\"", extra.Keywords);
     in.readTildeText("the extra description ending in \"~\"", extra.Desc);
 }

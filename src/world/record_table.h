@@ -63,6 +63,8 @@ public:
         lineEnd = LineEnd::CrLf;
         trailer.clear();
         trailer.shrink_to_fit();
+        leader.clear();
+        notes.clear();
     }
 
     Record& operator[](std::size_t slot) {
@@ -83,6 +85,10 @@ public:
     // bytes after it, with or without a final line end.  Written back as it
     // stands; empty, the writer ends the file with `$` and a line end.
     std::string trailer;
+    // The empty and `*` lines before the first record, written first.
+    std::string leader;
+    // What the reading could not hold, for the builder to be told.
+    std::vector<TextReader::Note> notes;
 
 private:
     std::vector<Record> slots_;

@@ -73,6 +73,20 @@ std::string_view TextReader::readLine(std::string_view what) {
     return line;
 }
 
+std::string_view TextReader::nextLine(std::string_view what) {
+    if (firstSkipped_ != 0 && firstInner_ == 0)
+        firstInner_ = firstSkipped_;
+    skippedFrom_ = pos_;
+    firstSkipped_ = 0;
+    while (pos_ < data_.size() &&
+           (data_[pos_] == '*' || data_[pos_] == '\r' || data_[pos_] == '\n')) {
+        if (firstSkipped_ == 0)
+            firstSkipped_ = line_;
+        readLine(what);
+    }
+    return readLine(what);
+}
+
 char TextReader::readChar(std::string_view what) {
     if (atEnd())
         throw FormatError(line_, std::string(what));
@@ -194,53 +208,108 @@ std::int16_t toInt16(std::string_view text, int line, std::string_view what) {
     return static_cast<std::int16_t>(value);
 }
 
-FieldLine::FieldLine(TextReader& in, std::size_t count, std::string_view what, Split split)
-    : text_(in.readLine(what)), line_(in.lastLineNumber()), what_(what) {
-    this->split(count, split);
+FieldLine::FieldLine(TextReader& in, std::string_view format, std::string_view what)
+    : text_(in.nextLine(what)), line_(in.lastLineNumber()), what_(what) {
+    scan(format);
 }
 
-FieldLine::FieldLine(std::string_view text, int line, std::size_t count, std::string_view what,
-                     Split split)
+FieldLine::FieldLine(std::string_view text, int line, std::string_view format,
+                     std::string_view what)
     : text_(text), line_(line), what_(what) {
-    this->split(count, split);
+    scan(format);
 }
 
-// Into the fixed fields, no more than `count`: no allocation for a line.
-void FieldLine::split(std::size_t count, Split split) {
-    if (count > kMaxFields)
+// Into the fixed fields: no allocation for a line.
+void FieldLine::scan(std::string_view format) {
+    if (format.size() > kMaxFields)
         throw std::logic_error("too many fields asked of one line");
-    std::size_t found = 0;
     const std::size_t size = text_.size();
     std::size_t i = 0;
-    if (split == Numbers) {
-        while (found < count) {
-            while (i < size && (text_[i] == ' ' || text_[i] == '\t'))
+    const auto blanks = [&] {
+        while (i < size && isBlank(text_[i]))
+            ++i;
+    };
+    // %d: blanks, a sign, at least one digit.
+    const auto number = [&] {
+        blanks();
+        const std::size_t start = i;
+        if (i < size && (text_[i] == '-' || text_[i] == '+'))
+            ++i;
+        const std::size_t digits = i;
+        while (i < size && text_[i] >= '0' && text_[i] <= '9')
+            ++i;
+        if (i == digits)
+            throw FormatError(line_, std::string(what_));
+        return start;
+    };
+    const auto literal = [&](char c) {
+        if (i >= size || text_[i] != c)
+            throw FormatError(line_, std::string(what_));
+        ++i;
+    };
+    for (std::size_t field = 0; field < format.size(); ++field) {
+        std::size_t start = 0;
+        switch (format[field]) {
+        case 'd':
+            start = number();
+            break;
+        case 'x':
+            start = number();
+            literal('d');
+            number();
+            literal('+');
+            number();
+            break;
+        case 's':
+            blanks();
+            start = i;
+            while (i < size && !isBlank(text_[i]))
                 ++i;
+            if (i == start)
+                throw FormatError(line_, std::string(what_));
+            break;
+        default: // 'c'
+            blanks();
+            start = i;
             if (i == size)
-                break;
-            const std::size_t start = i;
-            while (i < size && text_[i] != ' ' && text_[i] != '\t')
-                ++i;
-            fields_[found++] = text_.substr(start, i - start);
+                throw FormatError(line_, std::string(what_));
+            ++i;
+            break;
         }
-    } else {
-        while (found < count) {
-            std::size_t space = i;
-            while (space < size && text_[space] != ' ')
-                ++space;
-            fields_[found++] = trimRight(text_.substr(i, space - i));
-            if (space == size)
-                break;
-            i = space + 1;
-        }
+        fields_[field] = text_.substr(start, i - start);
     }
-    if (found < count)
-        throw FormatError(line_, std::string(what_));
+}
+
+std::string FieldLine::dice(std::size_t field) const {
+    std::string text;
+    for (char c : fields_[field])
+        if (!isBlank(c))
+            text += c;
+    return text;
+}
+
+std::optional<std::int32_t> atoiValue(std::string_view text) {
+    std::size_t i = 0;
+    while (i < text.size() && isBlank(text[i]))
+        ++i;
+    const std::size_t start = i;
+    if (i < text.size() && (text[i] == '-' || text[i] == '+'))
+        ++i;
+    const std::size_t digits = i;
+    while (i < text.size() && text[i] >= '0' && text[i] <= '9')
+        ++i;
+    if (i == digits)
+        return 0;
+    std::int64_t value = 0;
+    if (!parseInt(text.substr(start, i - start), INT32_MIN, INT32_MAX, value))
+        return std::nullopt;
+    return static_cast<std::int32_t>(value);
 }
 
 std::int32_t parseHeader(std::string_view line, int lineNumber, std::string_view what) {
-    const std::size_t hash = line.find('#');
-    if (hash == std::string_view::npos)
+    // The server looks at a line's first character alone.
+    const std::size_t hash = 0;
+    if (line.empty() || line.front() != '#')
         throw FormatError(lineNumber, std::string(what));
     // The server scans `#%d`: blanks, one optional sign, digits; whatever
     // follows the digits is not looked at.

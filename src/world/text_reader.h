@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -53,6 +54,27 @@ public:
     // The characters up to the next LF (a CR before it is dropped too), as a
     // view of the data.  At the end of the data: FormatError naming `what`.
     std::string_view readLine(std::string_view what);
+    // The next line the server reads as a line of a record: empty lines and
+    // lines beginning with `*` are passed over, as its line reader does.
+    // skippedFrom() is where the lines passed over began (lastLineStart()
+    // when there were none).
+    std::string_view nextLine(std::string_view what);
+    std::size_t skippedFrom() const { return skippedFrom_; }
+    // From a record's header on: the first line passed over inside it (not
+    // by the last nextLine(), which read the line after it), or 0.
+    void markRecord() { firstSkipped_ = firstInner_ = 0; }
+    int firstSkippedInside() const { return firstInner_; }
+    // The lines the last nextLine() passed over are held by the record.
+    void forgetSkipped() { firstSkipped_ = 0; }
+
+    // What the reading found the editor cannot hold, each at its line, for
+    // the builder to be told; the file is read all the same.
+    struct Note {
+        int line;
+        std::string text;
+    };
+    void note(int line, std::string text) { notes_.push_back({line, std::move(text)}); }
+    std::vector<Note>& notes() { return notes_; }
     // The last line read started at this line number, at this offset.
     int lastLineNumber() const { return lastLine_; }
     std::size_t lastLineStart() const { return lastLineStart_; }
@@ -83,6 +105,10 @@ private:
     int line_ = 1;
     int lastLine_ = 0;
     std::size_t lastLineStart_ = 0;
+    std::size_t skippedFrom_ = 0;
+    int firstSkipped_ = 0;
+    int firstInner_ = 0;
+    std::vector<Note> notes_;
     LineEnd lineEnd_ = LineEnd::CrLf;
 };
 
@@ -94,30 +120,33 @@ bool parseInt(std::string_view text, std::int64_t min, std::int64_t max, std::in
 std::int32_t toInt32(std::string_view text, int line, std::string_view what);
 std::int16_t toInt16(std::string_view text, int line, std::string_view what);
 
-// One line of fields, held with its line number: a line of numbers only
-// (split at runs of blanks) or one that carries flag text, split at every
-// single space so that `30  0` has an empty flag text between its numbers.
-// In a flag-text line blanks at the end of a field are dropped, yet a blank
-// at the end of the line still separates: `0 0 0 ` has an empty fourth field
-// (an empty flag text or type letter written as it stands).  Fewer than `count` fields, or a field
-// that is not a number where one is asked for, throw FormatError naming the line and `what`.  The
-// line and `what` must outlive the fields; only the first `count` are split off.
+// One line of fields, scanned as the server's `sscanf` scans it.  The
+// format has a letter per field: `d` a number (blanks before it, a sign,
+// digits; it ends at the first other character), `s` a word (blanks before
+// it, then everything up to the next blank), `c` the next character that is
+// not a blank, `x` dice `<n>d<n>+<n>` (blanks may stand before each number,
+// as before any `%d`).  Blanks are spaces, tabs and the other characters
+// `isspace` names; any run of them separates, and whatever follows the last
+// field is not looked at.  A field missing or not of its kind throws
+// FormatError naming the line and `what`; a number beyond what its field
+// holds too.  The line and `what` must outlive the fields.
 class FieldLine {
 public:
-    enum Split { Numbers, FlagText };
     static constexpr std::size_t kMaxFields = 8;
-    FieldLine(TextReader& in, std::size_t count, std::string_view what, Split split);
-    FieldLine(std::string_view text, int line, std::size_t count, std::string_view what,
-              Split split);
+    FieldLine(TextReader& in, std::string_view format, std::string_view what);
+    FieldLine(std::string_view text, int line, std::string_view format, std::string_view what);
     FieldLine(const FieldLine&) = delete;
     FieldLine& operator=(const FieldLine&) = delete;
 
+    // The field as the line has it (dice with any blanks inside).
     std::string_view text(std::size_t field) const { return fields_[field]; }
     std::int16_t int16(std::size_t field) const { return toInt16(fields_[field], line_, what_); }
     std::int32_t int32(std::size_t field) const { return toInt32(fields_[field], line_, what_); }
+    // A dice field without the blanks the server passes over inside it.
+    std::string dice(std::size_t field) const;
 
 private:
-    void split(std::size_t count, Split split);
+    void scan(std::string_view format);
 
     std::string_view text_;
     int line_;
@@ -125,20 +154,24 @@ private:
     std::array<std::string_view, kMaxFields> fields_{};
 };
 
+// The blanks of the server's scanning: what `isspace` names.
+inline bool isBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\v' || c == '\f';
+}
+
+// The number `atoi` makes of a text: blanks, a sign and digits; anything
+// else ends it, and a text without digits is 0.  Beyond 32 bits: nothing.
+std::optional<std::int32_t> atoiValue(std::string_view text);
+
 // `#<vnum>`: the number after the first `#`, read as the server reads it:
 // blanks may stand before it and any text after its digits.  What the server
 // refuses is refused: a negative vnum, two signs (`#+-3099`), a number beyond
 // what its vnum holds.
 std::int32_t parseHeader(std::string_view line, int lineNumber, std::string_view what);
 
-// Any line holding a `$` ends a file.
+// A line beginning with `$` ends a file.
 inline bool isEndLine(std::string_view line) {
-    return line.find('$') != std::string_view::npos;
-}
-
-// Whole-line tests that accept blanks at the end, as the server does.
-inline bool isLine(std::string_view line, std::string_view word) {
-    return trimRight(line) == word;
+    return !line.empty() && line.front() == '$';
 }
 
 } // namespace marl

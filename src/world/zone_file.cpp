@@ -115,4 +115,17 @@ std::string describeLoadFailure(std::string_view fileName, const LoadOutcome& ou
     return text + ": " + outcome.problem;
 }
 
+std::string describeLoadNotes(std::string_view fileName, const LoadOutcome& outcome) {
+    constexpr std::size_t kShown = 10;
+    std::string text;
+    for (std::size_t i = 0; i < outcome.notes.size() && i < kShown; ++i)
+        text += std::string(fileName) + ", line " + std::to_string(outcome.notes[i].line) + ": " +
+                outcome.notes[i].text + '\n';
+    if (outcome.notes.size() > kShown)
+        text += "and " + std::to_string(outcome.notes.size() - kShown) + " more\n";
+    if (!text.empty())
+        text.pop_back();
+    return text;
+}
+
 } // namespace marl

@@ -3,13 +3,20 @@
 // the text goes to a new file beside the old one, which is replaced only when
 // the new one is completely written and flushed.
 
+#include <cstddef>
 #include <filesystem>
+#include <new>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "world/text_reader.h"
 
 namespace marl {
+
+// Far above the largest zone file: a file larger than this is refused before
+// it is read, and one that grows past it while read is refused too.
+inline constexpr std::size_t kMaxZoneFileBytes = std::size_t(64) << 20;
 
 // Reads the whole file as bytes.  Only a regular file is read: a folder, a
 // named pipe or a device is refused at once, never waited on.  On failure
@@ -45,11 +52,14 @@ struct LoadOutcome {
     int count = 0;       // records read
     int line = 0;        // where the reading stopped, 0 when the file could not be read at all
     std::string problem; // "expected ...", what is wrong there, or the system's reason
+    // What a file that was read holds beyond what the editor can show.
+    std::vector<TextReader::Note> notes;
 };
 
 // Reads `path` into `table` with `read(bytes, table) -> count`.  The table is
 // cleared first, and cleared again on failure, so a partly read table is
-// never shown as the zone.
+// never shown as the zone.  Memory running out while the records are made
+// is a failure like any other.
 template <typename Table, typename Reader>
 LoadOutcome loadZoneTable(const std::filesystem::path& path, Table& table, Reader read) {
     LoadOutcome outcome;
@@ -60,15 +70,24 @@ LoadOutcome loadZoneTable(const std::filesystem::path& path, Table& table, Reade
     try {
         outcome.count = read(bytes, table);
         outcome.ok = true;
+        outcome.notes = table.notes;
     } catch (const FormatError& error) {
         table.clear();
         outcome.line = error.line();
         outcome.problem = error.problem();
+    } catch (const std::bad_alloc&) {
+        table.clear();
+        outcome.count = 0;
+        outcome.problem = "there is not enough memory to hold its records";
     }
     return outcome;
 }
 
 // "30.wld, line 412: expected ..." or "30.wld: No such file or directory".
 std::string describeLoadFailure(std::string_view fileName, const LoadOutcome& outcome);
+
+// The notes of a file read, one a line ("30.wld, line 12: ..."), the first
+// ten and how many more; empty when there are none.
+std::string describeLoadNotes(std::string_view fileName, const LoadOutcome& outcome);
 
 } // namespace marl

@@ -74,6 +74,17 @@ void FormMobileSaveTest::failedWritesKeepFileAndTable() {
 
 void FormMobileSaveTest::stockMobilesSurviveTheWindow_data() {
     stockFileRows(".mob");
+    // Our example with extended lines as builders write them: keywords in
+    // any case, no blank, values the server brings into range, a keyword it
+    // does not know, lines it passes over; each kept as it stands.
+    static QTemporaryDir dir;
+    std::string bytes = readBytes(examplesDir() + "/95.mob");
+    const std::string block = "BareHandAttack: 4\r\nDex: 16\r\n";
+    bytes.replace(
+        bytes.find(block), block.size(),
+        "barehandattack:4\r\n* quick\r\n\r\nDEX: 16\r\nStr: 0\r\nCon: 99\r\nWings: 2\r\n");
+    writeBytes(dir.filePath("95.mob"), bytes);
+    QTest::newRow("extended lines by hand") << dir.filePath("95.mob");
 }
 
 void FormMobileSaveTest::stockMobilesSurviveTheWindow() {

@@ -53,10 +53,6 @@ void ObjectFileTest::reads_data() {
     QTest::newRow("blanks at line ends, + signs, runs of blanks")
         << "#1 |a~|b~|c~|~|5 mjl 8193 |0  3 +4 11 | 8 10000   800|A |17  2|E |k~|~|$" << 1
         << "#1 [a] [b] [c] [] 5 [mjl] [8193] 0 3 4 11 8 10000 800 E[k] [] A17 2";
-    QTest::newRow("two blanks in the type line: an empty flag text")
-        << "#1|a~|b~|c~|~|9  a|0 0 0 0|0 0 0|$" << 1 << QString(kShown).replace("1 [0] [0]", "9 [] [a]");
-    QTest::newRow("empty flag texts after blanks") << "#0|~|~|~|~|0  |0 0 0 0|0 0 0|$" << 1
-        << "#0 [] [] [] [] 0 [] [] 0 0 0 0 0 0 0";
     QTest::newRow("a type without an option kept, further fields ignored")
         << "#1|a~|b~|c~|~|7 0 0 extra|0 0 0 0|0 0 0|$" << 1 << QString(kShown).replace("1 [0]", "7 [0]");
     QTest::newRow("next object directly after the weight line") << bread("#3009", bread("#3001")) << 2
@@ -81,6 +77,8 @@ void ObjectFileTest::refuses_data() {
     QTest::newRow("type not a number") << with("19 0 a", "food 0 a") << 6
         << "the type line \"<type> <effect flags> <wear flags>\"";
     QTest::newRow("type line without wear flags") << with("19 0 a", "19 0") << 6 << "the type line";
+    QTest::newRow("two blanks are one: no empty flag text") << with("19 0 a", "19  a") << 6 << "the type line";
+    QTest::newRow("a line the server does not know") << bread("#3009", "X|$") << 9 << "an extra description";
     QTest::newRow("three values") << with("24 0 0 0", "24 0 0") << 7
         << "the values line \"<value 0> <value 1> <value 2> <value 3>\"";
     QTest::newRow("cost beyond 32 bits") << with("1 50 50", "1 5000000000 50") << 8

@@ -182,6 +182,16 @@ void FormRoomTest::script_data() {
          "textName:type:!", "yes", "buttonSave:click",
          "?bytes=#9500/A~/~/95 12 0/S/#9501/B!~/~/95 cd 0/S/$/"});
 
+    // Lines the server passes over stay where they stood: before the first
+    // room, and after a room stored from the window; a copy under a new VNum
+    // does not take them along.
+    row("empty and * lines kept in their places",
+        lf({"* Harbour", "#9500", "A~", "~", "95 0 0", "S", "", "* cottages", "#9501", "B~", "~",
+            "95 0 0", "S", "$"}),
+        {"textName:type:!", "yes", "buttonSave:click", "textVNum:erase", "textVNum:type:9502",
+         "buttonSave:click", "?bytes=* Harbour/#9500/A!~/~/95 0 0/S//* cottages/#9501/B~/~/95 0 0/"
+         "S/#9502/A!~/~/95 0 0/S/$/"});
+
     // Numbers that cannot be stored: a message, nothing stored or written.
     const QString vnum = "VNum Must Be a Number.\r\nType the room's VNum, then Save.";
     for (QString typed : {"textVNum:erase", "textVNum:type:-"})

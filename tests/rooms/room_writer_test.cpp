@@ -31,8 +31,8 @@ void RoomWriterTest::writes_data() {
     QTest::newRow("what the reader drops is not written, the end line is kept")
         << "#1 |R~ junk|Desc~|77 0 +1 extra|D1 |~ junk|k~ junk|1  -1   +2|E |k~|x|~|S junk|$~"
         << "#1|R~|Desc|~|30 0 1|D1|~|k~|1 -1 2|E|k~|x|~|S|$~";
-    QTest::newRow("exits after extras come first, empty flag text kept")
-        << "#1|R~|~|30  0|E|k~|~|D5|~|~|0 0 1|S|$" << "#1|R~|~|30  0|D5|~|~|0 0 1|E|k~|~|S|$";
+    QTest::newRow("exits after extras come first")
+        << "#1|R~|~|30 0 0|E|k~|~|D5|~|~|0 0 1|S|$" << "#1|R~|~|30 0 0|D5|~|~|0 0 1|E|k~|~|S|$";
     QTest::newRow("no rooms: the end line alone") << "" << "$";
     QTest::newRow("the empty zone") << "$" << "=";
     // clang-format on

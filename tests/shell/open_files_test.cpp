@@ -108,6 +108,9 @@ private slots:
             writeBytes(zonePath(name), "$\n");
         writeBytes(zonePath("24.wld"), lf({"#2400", "Room~", "~", "24 0 0", "S", "#2401", "Room~",
                                            "~", "24 0 0", "D0", "~", "~", "0 -1", "S", "$"}));
+        writeBytes(zonePath("23.wld"), lf({"#2300", "Room~", "~", "* lit", "23 0 0", "S", "$"}));
+        QFile huge(zonePath("22.wld"));
+        QVERIFY(huge.open(QIODevice::WriteOnly) && huge.resize(qint64(100) << 30)); // sparse
     }
 
     void cleanup() {
@@ -144,19 +147,25 @@ private slots:
              {"formRoom 9500"},
              {kOneAtATime.arg("96.wld")},
              {"95.wld"}},
-            // Listed, as Open lists a file before reading it; the editor's own
-            // message names what went wrong.
-            {"a missing file", "25.wld", none, {"25.wld: "}, {"25.wld"}},
+            // Not listed: from the top of the list it would fail again.  The
+            // editor's own message names what went wrong.
+            {"a missing file", "25.wld", none, {"25.wld: "}, none},
             {"a file that does not read",
              "24.wld",
              none,
              {"24.wld, line 13: expected an exit line \"<door> <key> <to>\""},
-             {"24.wld"}},
+             none},
+            {"a file larger than any zone", "22.wld", none, {"22.wld: the file is larger"}, none},
             {"a missing file, then a good one",
              "25.wld 96.wld",
              none,
              {"25.wld: ", kOneAtATime.arg("96.wld")},
-             {"25.wld"}},
+             none},
+            {"a line the editor cannot show: told, kept",
+             "23.wld",
+             {"formRoom 2300"},
+             {"The file holds what the editor cannot show"},
+             {"23.wld"}},
             {"a file of another kind",
              "notes.txt 95.wld",
              {"formRoom 9500"},

@@ -73,6 +73,7 @@ void MarlCheckTest::init() {
     put("pair.obj", "#+-3099|a~|b~|c~|~|1 0 a|0 0 0 0|0 0 0|$");
     put("big.mob", QString(mobile).replace("#1", "#99999999999") + "$");
     put("mac.wld", room, "\r");
+    put("33.wld", QString(room).replace("|7 0 1", "|* warm|7 0 1"));
     mkfifo(dir_.filePath("pipe.wld"));
     QDir(out_.path()).removeRecursively();
     QDir(out_.path()).mkpath("30.obj/inside"); // in the way of a rewritten object file
@@ -100,6 +101,8 @@ void MarlCheckTest::runs_data() {
     QTest::newRow("records out of order, strict") << "--strict order.mob" << 1
         << "order.mob: 2 mobiles|order.mob:10: #1 is out of number order (after #2)" << ""
         << QStringList{};
+    QTest::newRow("what the editor cannot show: told after the count") << "33.wld" << 0
+        << "33.wld: 1 room|33.wld:5: #3001 holds an empty or \"*\" line*" << "" << QStringList{};
     QTest::newRow("unknown extension") << "notes.txt" << 1
         << "notes.txt: not a zone file: the name must end in .wld, .mob or .obj" << "" << QStringList{};
     QTest::newRow("missing file") << "32.wld" << 1

@@ -26,10 +26,11 @@ constexpr std::string_view kNew = "#2\r\nNew~\r\n";
 
 // A folder in one line, entries separated by blanks: `name=text` a file
 // (`_` for a line break), `name>target` a link, `name|` a named pipe,
-// `name/` a folder; names may have folders before them (`zones/30.wld=x`).
+// `name/` a folder, `name~80M` a file of `#` lines made that large without
+// taking the disk (M or G); names may have folders before them.
 void build(const QString& root, const QString& spec) {
     for (const QString& entry : spec.split(' ', Qt::SkipEmptyParts)) {
-        qsizetype at = entry.indexOf(QRegularExpression(QStringLiteral("[=>]")));
+        qsizetype at = entry.indexOf(QRegularExpression(QStringLiteral("[=>~]")));
         if (at < 0)
             at = entry.size() - 1; // `|` or `/` at the end
         const QString name = entry.left(at);
@@ -38,7 +39,13 @@ void build(const QString& root, const QString& spec) {
         const QChar kind = entry[at];
         if (kind == '=')
             test::writeBytes(path, entry.mid(at + 1).replace('_', "\r\n").toStdString());
-        else if (kind == '>')
+        else if (kind == '~') {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write("#\n#\n") == 4);
+            const qint64 size = entry.mid(at + 1).chopped(1).toLongLong()
+                                << (entry.endsWith('G') ? 30 : 20);
+            QVERIFY(file.resize(size));
+        } else if (kind == '>')
             fs::create_symlink(entry.mid(at + 1).toStdString(), path.toStdString());
         else if (kind == '|')
             QVERIFY(::mkfifo(path.toLocal8Bit().constData(), 0644) == 0);
@@ -274,6 +281,11 @@ void ZoneFileTest::readOnlyRegularFiles_data() {
     QTest::newRow("a folder") << "30.wld/" << "30.wld" << "Is a directory";
     QTest::newRow("missing") << "" << "30.wld" << "No such file or directory";
     QTest::newRow("a dangling link") << "30.wld>gone" << "30.wld" << "No such file or directory";
+    // Larger than any zone: refused before a byte is read, never held in memory.
+    QTest::newRow("80 MB of # lines") << "30.wld~80M" << "30.wld"
+        << "the file is larger than any zone file (more than 64 MB), so it is not read";
+    QTest::newRow("100 GB, sparse") << "30.wld~100G" << "30.wld"
+        << "the file is larger than any zone file (more than 64 MB), so it is not read";
     // clang-format on
 }
 
