@@ -174,7 +174,7 @@ private slots:
             {"an extension in capitals", "95.WLD", none, {kNotZoneFile.arg("95.WLD")}, none},
             // The zone is the number before the first dot, but the editor
             // reads the file given, never 95.wld in its place.
-            {"095.wld", "095.wld", none, {"095.wld: "}, {"095.wld"}},
+            {"095.wld", "095.wld", none, {"095.wld: "}, none},
             {"+95.wld", "+95.wld", none, {kNoZone.arg("+95.wld")}, none},
             {"no file", "", none, none, none},
             {"--version", "--version 95.wld", none, none, none, false},
