@@ -69,6 +69,8 @@ SaveResult ZoneDocument::save(std::int32_t vnum, const std::function<bool()>& ov
             ++place;
         for (int later = RecordCount; later > place; --later)
             copySlot(later - 1, later);
+        // The lines that followed the record now one place down go with it.
+        clearSlot(place);
         ++RecordCount;
         targets.push_back(place);
     }
