@@ -1,9 +1,8 @@
 #pragma once
 // Small zone files for the format tests.  A file is given as one text with
 // `|` between its lines and is tried with CR LF and with LF line ends; each
-// kind of record is told in one line, so that a table row states what the
-// reader must make of its file at a glance (line breaks inside texts show
-// as `/`, lists up to their first empty entry).
+// record is told in one line, so that a table row states what the reader
+// must make of its file at a glance (line breaks inside texts show as `/`).
 
 #include <QtTest>
 
@@ -25,17 +24,10 @@ inline std::string lines(const QString& text, const char* eol) {
     return out;
 }
 
-inline QString shown(const std::string& text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()))
-        .replace(QStringLiteral("\r\n"), QStringLiteral("/"));
-}
-
 inline QString part(const std::string& text) {
-    return '[' + shown(text) + ']';
+    return '[' + QString::fromLatin1(text.data(), qsizetype(text.size())).replace("\r\n", "/") + ']';
 }
-inline QString part(long long number) {
-    return QString::number(number);
-}
+inline QString part(long long number) { return QString::number(number); }
 // The parts joined by blanks, texts in brackets.
 template <typename... Parts> QString parts(const Parts&... values) {
     return QStringList{part(values)...}.join(' ');
@@ -92,15 +84,21 @@ template <typename Check> void byExtension(const QString& name, Check check) {
     QVERIFY2(known, qPrintable(name));
 }
 
+// Slots 0 to count - 1 as if each had been stored from its window: written
+// field by field from then on.
+template <typename Table> void storeAll(Table& table, int count) {
+    for (int slot = 0; slot < count; ++slot)
+        table[std::size_t(slot)].Source.clear();
+}
+
 // The file read and written again as the editor's save writes it, the zone
 // taken from the name; the count read goes to `count`.
 inline std::string rewritten(const QString& path, int* count = nullptr) {
-    const std::string bytes = readBytes(path);
     const QString name = QFileInfo(path).fileName();
     std::string text;
     byExtension(name, [&]<typename Kind>() {
         auto table = std::make_unique<typename Kind::Table>();
-        const int read = Kind::read(bytes, *table);
+        const int read = Kind::read(readBytes(path), *table);
         if (count)
             *count = read;
         text = Kind::write(*table, read, zoneFromFileName(name.toStdString()).value_or(0));
@@ -113,29 +111,11 @@ template <typename... Types> void columns(const char* const (&names)[sizeof...(T
     std::size_t i = 0;
     (QTest::addColumn<Types>(names[i++]), ...);
 }
+inline void readColumns() { columns<QString, int, QString>({"file", "count", "first"}); }
+inline void refusalColumns() { columns<QString, int, QString>({"file", "line", "expected"}); }
+inline void writeColumns() { columns<QString, QString>({"file", "written"}); }
 
-// The three tables every kind has, and their checks, which fetch a row's
-// values themselves.
-inline void readColumns() {
-    columns<QString, int, QString>({"file", "count", "first"});
-}
-inline void refusalColumns() {
-    columns<QString, int, QString>({"file", "line", "expected"});
-}
-inline void writeColumns() {
-    columns<QString, QString>({"file", "written"});
-}
-
-// Whether two records hold the same fields, whatever bytes they were read
-// from: a record read from an LF file equals the same record read from CR LF.
 using marl::sameFields;
-
-// Slots 0 to count - 1 as if each had been stored from its window: written
-// field by field from then on.
-template <typename Table> void storeAll(Table& table, int count) {
-    for (int slot = 0; slot < count; ++slot)
-        table[std::size_t(slot)].Source.clear();
-}
 
 // The file reads `count` records, the first as `first`; the slot after the
 // last stays cleared, the table remembers the file's line ends, and written
@@ -169,37 +149,45 @@ template <typename Kind> void checkRefuses() {
         const LoadOutcome outcome = loadZoneTable(path.toStdString(), *table, Kind::read);
         QVERIFY(!outcome.ok);
         QCOMPARE(outcome.line, line);
-        QVERIFY2(QString::fromStdString(outcome.problem).contains(expected),
-                 outcome.problem.c_str());
+        QVERIFY2(QString::fromStdString(outcome.problem).contains(expected), outcome.problem.c_str());
         QVERIFY((*table)[0] == typename Kind::Record{});
     }
 }
 
+// Every record of `bytes` stored and written: the result reads back to the
+// same fields and is written again byte for byte.  Returns what was written.
+// `lf`: a table never read writes LF (else CR LF).
+template <typename Kind>
+std::string storedRoundTrip(const std::string& bytes, std::int32_t zone = 30, bool lf = false) {
+    auto table = std::make_unique<typename Kind::Table>();
+    if (lf)
+        table->lineEnd = LineEnd::Lf;
+    const int count = bytes.empty() ? 0 : Kind::read(bytes, *table);
+    storeAll(*table, count);
+    const std::string text = Kind::write(*table, count, zone);
+    auto again = std::make_unique<typename Kind::Table>();
+    [&] {
+        QCOMPARE(Kind::read(text, *again), count);
+        for (std::size_t slot = 0; slot <= std::size_t(count); ++slot) {
+            QCOMPARE(describe((*again)[slot]), describe((*table)[slot]));
+            QVERIFY2(sameFields((*again)[slot], (*table)[slot]), qPrintable(QString::number(slot)));
+        }
+        storeAll(*again, count);
+        QCOMPARE(Kind::write(*again, count, zone), text);
+    }();
+    return text;
+}
+
 // The file read, every record stored, is written as `written` in the file's
-// line ends (`=`: the file itself), which reads back to the same fields and
-// is written again byte for byte.  An empty file stands for a table that
-// was never read.
+// line ends (`=`: the file itself), and round trips.  An empty file stands
+// for a table that was never read.
 template <typename Kind> void checkWrites() {
     QFETCH(QString, file);
     QFETCH(QString, written);
-    if (written == QStringLiteral("="))
-        written = file;
     for (const char* eol : {"\r\n", "\n"}) {
-        auto table = std::make_unique<typename Kind::Table>();
-        if (eol[1] == '\0')
-            table->lineEnd = LineEnd::Lf; // a new table writes CR LF
-        const int count = file.isEmpty() ? 0 : Kind::read(lines(file, eol), *table);
-        storeAll(*table, count);
-        const std::string text = Kind::write(*table, count);
-        QCOMPARE(QByteArray::fromStdString(text), QByteArray::fromStdString(lines(written, eol)));
-        auto again = std::make_unique<typename Kind::Table>();
-        QCOMPARE(Kind::read(text, *again), count);
-        for (std::size_t slot = 0; slot < std::size_t(count); ++slot) {
-            QCOMPARE(describe((*again)[slot]), describe((*table)[slot]));
-            QVERIFY(sameFields((*again)[slot], (*table)[slot]));
-        }
-        storeAll(*again, count);
-        QCOMPARE(Kind::write(*again, count), text);
+        const std::string text = storedRoundTrip<Kind>(lines(file, eol), 30, !eol[1]);
+        QCOMPARE(QByteArray::fromStdString(text),
+                 QByteArray::fromStdString(lines(written == "=" ? file : written, eol)));
     }
 }
 
