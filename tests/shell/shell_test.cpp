@@ -1,13 +1,11 @@
-// The main window and the program around it: files opened through the menus,
-// the command line or a drop; the recent-files lists and recent.dat; where the
-// file dialogs start and recent.dat is kept; the program's terminal answers.
+// The main window: files opened through the menus, the command line or a
+// drop; the recent-files lists and recent.dat; where the file dialogs start
+// and where recent.dat is kept.
 #include "test_main.h"
-#include "built_programs.h"
 
 #include <QtTest>
 
 #include <QAction>
-#include <QFileDialog>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QTemporaryDir>
@@ -97,7 +95,7 @@ private slots:
         // How the files are given (Open, New, the command line, a drop), the
         // windows that appear, the messages (how each begins), the Room list.
         columns<QString, QString, QStringList, QStringList, QStringList>({"how", "files", "opened", "messages", "recent"});
-        const QStringList none, room = {"formRoom 9500"}, menu = {"Open", "line", "drop"};
+        const QStringList none, room = {"formRoom 9500"};
         const QString notZone = "%1 is not opened: Marl opens world files (*.wld), mobile files (*.mob) and object files (*.obj).";
         const QString noZone = "%1 cannot be opened: the name of a zone file begins with its zone number, as in 30.wld.";
         const struct { const char* name; QString files; QStringList opened, messages, recent, ways = {"Open", "line", "drop"}; } rows[] = {
@@ -234,62 +232,27 @@ private slots:
         QCOMPARE(readBytes(recentDat()), stored);
     }
 
-    // The terminal's answers come from the real program, which starts no
-    // window for them; a wrong option is found once Qt has taken its own, so
-    // that row has a (virtual) display.
-    void answersInTheTerminal() {
-        const std::tuple<QString, int, QString, QString> rows[] = {
-            {"-v 30.wld", 0, "marl 0.3.1", ""},
-            {"-platform nowhere --help", 0, "Usage: marl [FILE...]", ""},
-            {"--frobnicate 30.wld", 2, "", "marl: unknown option --frobnicate\nTry 'marl --help'.\n"}};
-        for (const auto& [arguments, status, out, err] : rows) {
-            QProcess marl;
-            QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-            for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-                env.remove(name);
-            if (status == 2)
-                env.insert("QT_QPA_PLATFORM", "offscreen");
-            marl.setProcessEnvironment(env);
-            marl.start(MARL_PATH, arguments.split(' '));
-            QVERIFY(marl.waitForFinished(20000) && marl.exitStatus() == QProcess::NormalExit);
-            QCOMPARE(marl.exitCode(), status);
-            QCOMPARE(QString::fromLocal8Bit(marl.readAllStandardOutput()).section('\n', 0, 0), out);
-            const QString errors = QString::fromLocal8Bit(marl.readAllStandardError());
-            QVERIFY2(err.isEmpty() ? errors.isEmpty() : errors.endsWith(err), qPrintable(errors));
+    // Where a file dialog starts: the folder of the last world file; else the
+    // program's when it holds a file of the kind; else the documents folder.
+    void dialogsStartIn() {
+        const QString prog = QDir::fromNativeSeparators(progDir->path()), documents =
+            QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+        const std::tuple<const char*, const char*, const char*, QString> rows[] = {
+            {"95.wld", "zone", "menuRoomOpen", zonePath()}, {"", "zone", "menuRoomNew", zonePath()},
+            {"95.wld", "gone/", "menuRoomOpen", prog}, {"95.wld", "", "menuRoomOpen", prog},
+            {"95.mob", "", "menuRoomOpen", documents}, {"95.mob", "", "menuMobileNew", prog}};
+        for (const auto& [inProgDir, last, item, folder] : rows) {
+            QDir(progDir->path()).removeRecursively();
+            QDir().mkpath(progDir->path());
+            if (*inProgDir)
+                writeBytes(QDir(progDir->path()).filePath(inProgDir), "$\n");
+            if (*last)
+                writeBytes(recentDat(), QStringLiteral("1,\"%1\",\"95.wld\"\r\n").arg(zonePath(QString(last) == "zone" ? "" : last)).toStdString());
+            chooser.requests.clear();
+            choose(start(false), item, {}); // cancelled
+            QCOMPARE(chooser.requests.value(0).directory, folder);
+            QCOMPARE(chooser.requests.value(0).save, QString(item).endsWith("New"));
         }
-    }
-
-    void dialogs_data() {
-        // A file in the program's folder, the Room list's first folder, the
-        // item, and where its dialog starts: "prog", "zone" or "documents".
-        columns<QString, QString, QString, QString>({"inProgDir", "last", "item", "folder"});
-        QTest::newRow("the folder of the last world file") << "95.wld" << "zone" << "menuRoomOpen" << "zone";
-        QTest::newRow("New too") << "" << "zone" << "menuRoomNew" << "zone";
-        QTest::newRow("the last folder is gone: the program's") << "95.wld" << "gone" << "menuRoomOpen" << "prog";
-        QTest::newRow("none: the program's, with a world file") << "95.wld" << "" << "menuRoomOpen" << "prog";
-        QTest::newRow("none: a mobile file does not count") << "95.mob" << "" << "menuRoomOpen" << "documents";
-        QTest::newRow("a mobile file, its own dialog") << "95.mob" << "" << "menuMobileNew" << "prog";
-    }
-
-    void dialogs() {
-        QFETCH(QString, inProgDir);
-        QFETCH(QString, last);
-        QFETCH(QString, item);
-        QFETCH(QString, folder);
-        if (!inProgDir.isEmpty())
-            writeBytes(QDir(progDir->path()).filePath(inProgDir), "$\n");
-        if (!last.isEmpty())
-            writeBytes(recentDat(), QStringLiteral("1,\"%1\",\"95.wld\"\r\n").arg(zonePath(last == "gone" ? "gone/" : "")).toStdString());
-        choose(start(false), item, {}); // cancelled
-        QCOMPARE(chooser.requests.size(), 1);
-        const FileRequest& r = chooser.requests[0];
-        QCOMPARE(r.directory, folder == "prog" ? QDir::fromNativeSeparators(progDir->path())
-                              : folder == "zone" ? zonePath() : QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-        const bool room = item.startsWith("menuRoom");
-        QCOMPARE(QStringList({r.title, r.filter, r.defaultSuffix}).join('|'),
-                 QString(room ? "%1 World File|World files (*.wld)|wld" : "%1 Mobile File|Mobile files (*.mob)|mob")
-                     .arg(r.save ? "New" : "Open"));
-        QCOMPARE(r.save, item.endsWith("New"));
     }
 
     // recent.dat is kept beside the program only in its build folder.
@@ -304,26 +267,6 @@ private slots:
         for (const auto& [prog, build, where] : rows)
             QCOMPARE(marl::recentFolder(root.filePath(prog), build.isEmpty() ? build : root.filePath(build)),
                      where == config ? config : QDir::fromNativeSeparators(root.filePath(where)));
-    }
-
-    // The real dialog takes a typed name at once: Open does not insist on an
-    // existing file, New does not ask before replacing one.
-    void fileDialogAsksNothing() {
-        writeBytes(zonePath("44.wld"), "$\n");
-        for (bool save : {false, true}) {
-            const QString name = save ? "44" : "45";
-            QTimer::singleShot(0, [name] {
-                auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-                dialog->findChild<QLineEdit*>("fileNameEdit")->setText(name);
-                QTest::keyClick(dialog, Qt::Key_Return);
-            });
-            QTimer::singleShot(500, [] { // whatever stays open is closed, so that a failure cannot hang
-                while (QWidget* left = QApplication::activeModalWidget())
-                    left->close();
-            });
-            DialogFileChooser dialogs;
-            QCOMPARE(dialogs.choose({save, "Title", "World files (*.wld)", "wld", zoneDir->path()}), zonePath(name + ".wld"));
-        }
     }
 
     // The main window does not close under an open editor; closing it

@@ -119,25 +119,6 @@ private slots:
             QCOMPARE(runCheck(arguments.split(' '), dir_.path(), "/dev/full"),
                      std::make_tuple(3, QString(), QString("marl-check: cannot write the report: No space left on device\n")));
     }
-
-    void wholeCorpus() {
-        QStringList files;
-        for (const char* extension : {".wld", ".mob", ".obj"})
-            files += test::corpusFiles(QString::fromLatin1(extension));
-        if (files.isEmpty())
-            QSKIP("the server's stock zone files are not at ../shared/corpus");
-        QTemporaryDir out;
-        const auto [status, stdOut, stdErr] = runCheck(QStringList{"--rewrite", out.path()} + files);
-        QCOMPARE(status, 0);
-        const QStringList lines = stdOut.split('\n', Qt::SkipEmptyParts);
-        QCOMPARE(lines.size(), files.size());
-        for (qsizetype i = 0; i < files.size(); ++i) {
-            int count = 0;
-            const std::string expected = test::rewritten(files[i], &count);
-            QVERIFY2(lines[i].startsWith(QStringLiteral("%1: %2 ").arg(files[i]).arg(count)), qPrintable(lines[i]));
-            QVERIFY(test::readBytes(out.filePath(QFileInfo(files[i]).fileName())) == expected);
-        }
-    }
 };
 
 MARL_TEST_MAIN(MarlCheckTest)

@@ -1,6 +1,6 @@
 // The format's rules, each tried once over every kind: the server's stock
-// files read and written back, every byte of a text kept, tilde texts, flag
-// text, numbers, dice, zone names and record headers.
+// files read and written back, every byte of a text kept, flag text,
+// numbers, dice, zone names and record headers.
 
 #include "test_main.h"
 
@@ -10,7 +10,6 @@
 
 #include "world/dice.h"
 #include "world/numeric_rule.h"
-#include "world/text_writer.h"
 #include "world/vocabulary.h"
 
 using namespace marl;
@@ -54,247 +53,202 @@ template <typename Kind> QString readHeader(const std::string& file, int record 
 class FormatTest : public QObject {
     Q_OBJECT
 private slots:
-    void stockFiles_data();
-    void stockFiles();
-    void crRunsSurvive_data();
-    void crRunsSurvive();
-    void tildeText_data();
-    void tildeText();
-    void flags_data();
-    void flags();
-    void numbers();
-    void dice();
-    void zoneFromName();
-    void headers_data();
-    void headers();
-};
+    void stockFiles_data() {
+        QTest::addColumn<QString>("path");
+        for (const char* extension : {".wld", ".mob", ".obj"})
+            for (const QString& path : test::corpusFiles(extension))
+                QTest::newRow(qPrintable(QFileInfo(path).fileName())) << path;
+        if (test::corpusFiles(".wld").isEmpty())
+            QTest::newRow("none") << QString();
+    }
 
-void FormatTest::stockFiles_data() {
-    QTest::addColumn<QString>("path");
-    for (const char* extension : {".wld", ".mob", ".obj"})
-        for (const QString& path : test::corpusFiles(extension))
-            QTest::newRow(qPrintable(QFileInfo(path).fileName())) << path;
-    if (test::corpusFiles(".wld").isEmpty())
-        QTest::newRow("none") << QString();
-}
-
-// A stock file reads the records its `#` lines count and is written back byte
-// for byte; stored, in its own line ends and in CR LF, it round trips; one
-// record stored changes the file in that record's bytes alone.
-void FormatTest::stockFiles() {
-    QFETCH(QString, path);
-    if (path.isEmpty())
-        QSKIP("the server's stock zone files are not at ../shared/corpus");
-    const std::string bytes = test::readBytes(path);
-    const QString name = QFileInfo(path).fileName();
-    const std::int32_t zone = zoneFromFileName(name.toStdString()).value_or(0);
-    static const QRegularExpression header("^#[0-9]+[ \\t]*\\r?$", QRegularExpression::MultilineOption);
-    test::byExtension(name, [&]<typename Kind>() {
-        auto table = std::make_unique<typename Kind::Table>();
-        const int count = Kind::read(bytes, *table);
-        QCOMPARE(count, int(QString::fromLatin1(bytes).count(header)));
-        QVERIFY2(Kind::write(*table, count, zone) == bytes, "not written back byte for byte");
-        const std::string crlf = QByteArray::fromStdString(bytes).replace("\r\n", "\n").replace("\n", "\r\n").toStdString();
-        for (const std::string& file : {bytes, crlf}) {
-            const std::string written = test::storedRoundTrip<Kind>(file, zone);
-            QCOMPARE(written.find("\r\n") != std::string::npos, file.find("\r\n") != std::string::npos);
-        }
-        for (std::size_t slot = 0, start = 0; slot < std::size_t(count); ++slot) {
-            typename Kind::Record& record = (*table)[slot];
-            const typename Kind::Record before = record;
-            record.Source.clear();
-            const std::string written = Kind::write(*table, count, zone);
-            const std::size_t after = bytes.size() - start - before.Source.size();
-            QVERIFY2(written.compare(0, start, bytes, 0, start) == 0 && written.size() >= after &&
-                         written.compare(written.size() - after, after, bytes, bytes.size() - after) == 0,
-                     qPrintable(QString("slot %1").arg(slot)));
-            auto again = std::make_unique<typename Kind::Table>();
-            QCOMPARE(Kind::read(written, *again), count);
-            QVERIFY(test::sameFields((*again)[slot], before));
-            record = before;
-            start += before.Source.size();
-        }
-    });
-}
-
-void FormatTest::crRunsSurvive_data() {
-    columns<QString, QString>({"extension", "text"});
-    // CRs that are not part of a line end (`|` is a line break).
-    const std::pair<const char*, const char*> runs[] = {
-        {"inside a line", "a\r\r\rb"}, {"before a line break", "ab\r|cd"},
-        {"runs and a CR line", "ab\r\r|\r|\r\r|cd"}, {"a lone CR", "\r"},
-        {"before the closing line break", "ab\r"}, {"blank line after a CR", "a\r||b"}};
-    for (const char* extension : {".wld", ".mob", ".obj"})
-        for (const auto& [name, text] : runs)
-            QTest::addRow("%s, %s", extension, name) << QString(extension) << QString(text);
-}
-
-// Every text of a record of each kind holding CR runs is written field by
-// field as read, three times over, in LF and in CR LF files.
-void FormatTest::crRunsSurvive() {
-    QFETCH(QString, extension);
-    QFETCH(QString, text);
-    test::byExtension(extension, [&]<typename Kind>() {
-        for (const char* eol : {"\r\n", "\n"}) {
-            const std::string bytes = test::lines("#3001" + body<Kind>(text) + "|$", eol);
+    // A stock file reads the records its `#` lines count and is written back byte
+    // for byte; stored, in its own line ends and in CR LF, it round trips; one
+    // record stored changes the file in that record's bytes alone.
+    void stockFiles() {
+        QFETCH(QString, path);
+        if (path.isEmpty())
+            QSKIP("the server's stock zone files are not at ../shared/corpus");
+        const std::string bytes = test::readBytes(path);
+        const QString name = QFileInfo(path).fileName();
+        const std::int32_t zone = zoneFromFileName(name.toStdString()).value_or(0);
+        static const QRegularExpression header("^#[0-9]+[ \\t]*\\r?$", QRegularExpression::MultilineOption);
+        test::byExtension(name, [&]<typename Kind>() {
             auto table = std::make_unique<typename Kind::Table>();
-            QCOMPARE(Kind::read(bytes, *table), 1);
-            const typename Kind::Record first = (*table)[0];
-            for (int cycle = 1; cycle <= 3; ++cycle) {
-                test::storeAll(*table, 1);
-                const std::string written = Kind::write(*table, 1);
-                QVERIFY2(written == bytes, qPrintable(QString("%1, cycle %2").arg(eol[1] ? "CR LF" : "LF").arg(cycle)));
-                table = std::make_unique<typename Kind::Table>();
-                QCOMPARE(Kind::read(written, *table), 1);
-                QVERIFY(test::sameFields((*table)[0], first));
+            const int count = Kind::read(bytes, *table);
+            QCOMPARE(count, int(QString::fromLatin1(bytes).count(header)));
+            QVERIFY2(Kind::write(*table, count, zone) == bytes, "not written back byte for byte");
+            const std::string crlf = QByteArray::fromStdString(bytes).replace("\r\n", "\n").replace("\n", "\r\n").toStdString();
+            for (const std::string& file : {bytes, crlf}) {
+                const std::string written = test::storedRoundTrip<Kind>(file, zone);
+                QCOMPARE(written.find("\r\n") != std::string::npos, file.find("\r\n") != std::string::npos);
             }
-        }
-    });
-}
-
-void FormatTest::tildeText_data() {
-    columns<QByteArray, QByteArray>({"file", "value"});
-    // clang-format off
-    QTest::newRow("~ alone") << QByteArray("~\r\nnext") << QByteArray("");
-    QTest::newRow("empty line then ~") << QByteArray("\r\n~\r\nnext") << QByteArray("");
-    QTest::newRow("CR LF before ~ dropped") << QByteArray("one\r\ntwo\r\n~\r\nnext") << QByteArray("one\r\ntwo");
-    QTest::newRow("LF held as CR LF") << QByteArray("one\ntwo\n~\nnext") << QByteArray("one\r\ntwo");
-    QTest::newRow("~ after text") << QByteArray("A cityguard~\nnext") << QByteArray("A cityguard");
-    QTest::newRow("blank line kept") << QByteArray("a\n\n~\nnext") << QByteArray("a\r\n");
-    QTest::newRow("rest of the ~ line dropped") << QByteArray("a\r\n~ junk\r\nnext") << QByteArray("a");
-    QTest::newRow("latin-1 bytes") << QByteArray("caf\xe9\r\n\xff~\r\nnext") << QByteArray("caf\xe9\r\n\xff");
-    // clang-format on
-}
-
-// A tilde text read, and written in the file's line ends and read again.
-void FormatTest::tildeText() {
-    QFETCH(QByteArray, file);
-    QFETCH(QByteArray, value);
-    TextReader in(std::string_view(file.constData(), std::size_t(file.size())));
-    QCOMPARE(QByteArray::fromStdString(in.readTildeText("text")), value);
-    QCOMPARE(std::string(in.readLine("next")), std::string("next"));
-    TextWriter out(in.lineEnd());
-    TextReader again(out.tildeText(value.toStdString()).text());
-    QCOMPARE(QByteArray::fromStdString(again.readTildeText("text")), value);
-}
-
-void FormatTest::flags_data() {
-    // Flag text as read (the bits) and as written again with the room flags.
-    columns<QString, qint64, QString>({"text", "bits", "written"});
-    // clang-format off
-    QTest::newRow("letters in any order") << "kda" << qint64(0x409) << "adk";
-    QTest::newRow("0") << "0" << qint64(0) << "0";
-    QTest::newRow("empty") << "" << qint64(0) << "0";
-    // Digits are the server's bit mask: bit k is letter k.
-    QTest::newRow("digits 10: b and d") << "0010" << qint64(10) << "bd";
-    QTest::newRow("digits beyond the table") << "2048" << qint64(2048) << "l";
-    QTest::newRow("every bit") << "4294967295" << qint64(0xffffffff) << "abcdefghijklmnopqrstuvwxyzABCDEF";
-    QTest::newRow("beyond 32 bits keeps the low bits") << "4294967297" << qint64(1) << "a";
-    QTest::newRow("letters with digits: the letters") << "a12" << qint64(1) << "a";
-    QTest::newRow("minus is not a mask") << "-1" << qint64(0) << "0";
-    // Capitals up to F are bits 26 to 31, later ones name nothing; letters
-    // without a box come after the table's.
-    QTest::newRow("capitals") << "GZAkz" << qint64(0x4000400) + (qint64(1) << 25) << "kzA";
-    // clang-format on
-}
-
-void FormatTest::flags() {
-    QFETCH(QString, text);
-    QFETCH(qint64, bits);
-    QFETCH(QString, written);
-    QCOMPARE(qint64(flagBits(text.toStdString())), bits);
-    QCOMPARE(QString::fromStdString(flagText(kRoomFlags, FlagBits(bits))), written);
-}
-
-void FormatTest::numbers() {
-    // A typed number held to its range: text, least, most, result.
-    const std::tuple<QString, qint64, qint64, QString> rows[] = {
-        {"42", -1, 99999, "42"}, {"-5", -1, 99999, "-1"}, {"123456", -1, 99999, "99999"},
-        {"", 1, 30, ""}, {"-", 1, 30, "-"}, {"1-2", -1, 9, "1-2"},
-        {"99999999999", INT32_MIN, INT32_MAX, "2147483647"},
-        {"-" + QString(30, '9'), -1000, 1000, "-1000"}};
-    for (const auto& [text, min, max, result] : rows)
-        QCOMPARE(QString::fromStdString(applyRange(text.toStdString(), min, max)), result);
-    // Digits pass, `-` only where negatives are allowed, nothing else.
-    for (const char key : std::string_view("07-a+. "))
-        for (const bool minus : {false, true})
-            QCOMPARE(numericKeyAllowed(key, minus), (key >= '0' && key <= '9') || (minus && key == '-'));
-}
-
-void FormatTest::dice() {
-    // A dice text, its parts split and joined again.
-    const std::pair<const char*, const char*> rows[] = {
-        {"2d8+100", "2 8 100 2d8+100"}, {"1d6+-2", "1 6 -2 1d6+-2"}, {"2d8", "2 8  2d8+"},
-        {"5+3", "5  3 5d+3"}, {"1d2d3+4", "1 2 4 1d2+4"}, {"1d6+2+3", "1 6 2 1d6+2"}};
-    for (const auto& [text, split] : rows) {
-        const DiceParts parts = splitDice(text);
-        QCOMPARE(QString::fromStdString(parts.count + ' ' + parts.size + ' ' + parts.bonus + ' ' + joinDice(parts)),
-                 QString(split));
-    }
-}
-
-void FormatTest::zoneFromName() {
-    const std::pair<const char*, int> rows[] = {{"30.wld", 30}, {"030.wld", 30}, {"7.old.wld", 7},
-        {"castle.wld", -1}, {"30abc.wld", -1}, {".wld", -1}, {"+30.wld", -1}, {"99999999999.wld", -1}};
-    for (const auto& [name, zone] : rows) {
-        const auto got = zoneFromFileName(name);
-        QCOMPARE(got.value_or(-1), zone);
-        if (got)
-            QCOMPARE(zoneFileName(*got, ".wld"), std::to_string(zone) + ".wld");
-    }
-}
-
-void FormatTest::headers_data() {
-    // A header line and what it reads as, in every kind and as the first
-    // record or the second: the vnum, or the line and why the server would
-    // not boot the file ("expected " at the end: the start of the refusal).
-    columns<QString, QString>({"header", "read"});
-    // clang-format off
-    QTest::newRow("plain") << "#3001" << "3001";
-    QTest::newRow("a plus sign") << "#+3001" << "3001";
-    QTest::newRow("blanks and text after") << "# \t3001 old" << "3001";
-    QTest::newRow("up to a second #") << "#30#01" << "30";
-    QTest::newRow("minus zero") << "#-0" << "0";
-    QTest::newRow("the largest vnum") << "#2147483647" << "2147483647";
-    QTest::newRow("negative") << "#-5" << "1: -5: a vnum cannot be negative";
-    QTest::newRow("negative and large") << "#-99999999999" << "1: -99999999999: too large for a vnum";
-    QTest::newRow("a sign pair") << "#+-3099" << "1: +-3099: two signs before a vnum";
-    QTest::newRow("two minus signs") << "#--3099 x" << "1: --3099: two signs before a vnum";
-    QTest::newRow("one beyond the largest") << "#2147483648" << "1: 2147483648: too large for a vnum";
-    QTest::newRow("no digits") << "#abc" << "1: expected ";
-    QTest::newRow("a sign alone") << "#-" << "1: expected ";
-    QTest::newRow("no #") << "3001" << "1: expected ";
-    QTest::newRow("CR-only line ends") << "#1\r" << "1: the line ends are not understood: lines end in CR alone";
-    // clang-format on
-}
-
-void FormatTest::headers() {
-    QFETCH(QString, header);
-    QFETCH(QString, read);
-    const bool crOnly = header.endsWith('\r');
-    forEachZoneKind([&]<typename Kind>() {
-        const QString record = body<Kind>("x");
-        const int lines = kFile<typename Kind::Record>.lines;
-        for (const int first : {0, 1}) {
-            QString expected = read;
-            if (const qsizetype colon = read.indexOf(':'); first && colon > 0)
-                expected = QString::number(read.left(colon).toInt() + lines) + read.mid(colon);
-            const QString file = (first ? "#7" + record + '|' : QString()) + header.chopped(crOnly) + record + "|$";
-            for (const char* eol : {"\r\n", "\n", "\r"}) {
-                if ((eol == std::string_view("\r")) != crOnly)
-                    continue;
-                const QString got = readHeader<Kind>(test::lines(file, eol), first);
-                QVERIFY2(expected.endsWith(' ') || crOnly ? got.startsWith(expected) : got == expected,
-                         qPrintable(QString(Kind::noun.data()) + ": " + got));
+            for (std::size_t slot = 0, start = 0; slot < std::size_t(count); ++slot) {
+                typename Kind::Record& record = (*table)[slot];
+                const typename Kind::Record before = record;
+                record.Source.clear();
+                const std::string written = Kind::write(*table, count, zone);
+                const std::size_t after = bytes.size() - start - before.Source.size();
+                QVERIFY2(written.compare(0, start, bytes, 0, start) == 0 && written.size() >= after &&
+                             written.compare(written.size() - after, after, bytes, bytes.size() - after) == 0,
+                         qPrintable(QString("slot %1").arg(slot)));
+                auto again = std::make_unique<typename Kind::Table>();
+                QCOMPARE(Kind::read(written, *again), count);
+                QVERIFY(test::sameFields((*again)[slot], before));
+                record = before;
+                start += before.Source.size();
             }
-            if (crOnly)
-                break; // told at line 1 whatever follows
+        });
+    }
+
+    void crRunsSurvive_data() {
+        columns<QString, QString>({"extension", "text"});
+        // CRs that are not part of a line end (`|` is a line break).
+        const std::pair<const char*, const char*> runs[] = {
+            {"inside a line", "a\r\r\rb"}, {"before a line break", "ab\r|cd"},
+            {"runs and a CR line", "ab\r\r|\r|\r\r|cd"}, {"a lone CR", "\r"},
+            {"before the closing line break", "ab\r"}, {"blank line after a CR", "a\r||b"}};
+        for (const char* extension : {".wld", ".mob", ".obj"})
+            for (const auto& [name, text] : runs)
+                QTest::addRow("%s, %s", extension, name) << QString(extension) << QString(text);
+    }
+
+    // Every text of a record of each kind holding CR runs is written field by
+    // field as read, three times over, in LF and in CR LF files.
+    void crRunsSurvive() {
+        QFETCH(QString, extension);
+        QFETCH(QString, text);
+        test::byExtension(extension, [&]<typename Kind>() {
+            for (const char* eol : {"\r\n", "\n"}) {
+                const std::string bytes = test::lines("#3001" + body<Kind>(text) + "|$", eol);
+                auto table = std::make_unique<typename Kind::Table>();
+                QCOMPARE(Kind::read(bytes, *table), 1);
+                const typename Kind::Record first = (*table)[0];
+                for (int cycle = 1; cycle <= 3; ++cycle) {
+                    test::storeAll(*table, 1);
+                    const std::string written = Kind::write(*table, 1);
+                    QVERIFY2(written == bytes, qPrintable(QString("%1, cycle %2").arg(eol[1] ? "CR LF" : "LF").arg(cycle)));
+                    table = std::make_unique<typename Kind::Table>();
+                    QCOMPARE(Kind::read(written, *table), 1);
+                    QVERIFY(test::sameFields((*table)[0], first));
+                }
+            }
+        });
+    }
+
+    void flags_data() {
+        // Flag text as read (the bits) and as written again with the room flags.
+        columns<QString, qint64, QString>({"text", "bits", "written"});
+        // clang-format off
+        QTest::newRow("letters in any order") << "kda" << qint64(0x409) << "adk";
+        QTest::newRow("0") << "0" << qint64(0) << "0";
+        QTest::newRow("empty") << "" << qint64(0) << "0";
+        // Digits are the server's bit mask: bit k is letter k.
+        QTest::newRow("digits 10: b and d") << "0010" << qint64(10) << "bd";
+        QTest::newRow("digits beyond the table") << "2048" << qint64(2048) << "l";
+        QTest::newRow("every bit") << "4294967295" << qint64(0xffffffff) << "abcdefghijklmnopqrstuvwxyzABCDEF";
+        QTest::newRow("beyond 32 bits keeps the low bits") << "4294967297" << qint64(1) << "a";
+        QTest::newRow("letters with digits: the letters") << "a12" << qint64(1) << "a";
+        QTest::newRow("minus is not a mask") << "-1" << qint64(0) << "0";
+        // Capitals up to F are bits 26 to 31, later ones name nothing; letters
+        // without a box come after the table's.
+        QTest::newRow("capitals") << "GZAkz" << qint64(0x4000400) + (qint64(1) << 25) << "kzA";
+        // clang-format on
+    }
+
+    void flags() {
+        QFETCH(QString, text);
+        QFETCH(qint64, bits);
+        QFETCH(QString, written);
+        QCOMPARE(qint64(flagBits(text.toStdString())), bits);
+        QCOMPARE(QString::fromStdString(flagText(kRoomFlags, FlagBits(bits))), written);
+    }
+
+    void numbers() {
+        // A typed number held to its range: text, least, most, result.
+        const std::tuple<QString, qint64, qint64, QString> rows[] = {
+            {"42", -1, 99999, "42"}, {"-5", -1, 99999, "-1"}, {"123456", -1, 99999, "99999"},
+            {"", 1, 30, ""}, {"-", 1, 30, "-"}, {"1-2", -1, 9, "1-2"},
+            {"99999999999", INT32_MIN, INT32_MAX, "2147483647"},
+            {"-" + QString(30, '9'), -1000, 1000, "-1000"}};
+        for (const auto& [text, min, max, result] : rows)
+            QCOMPARE(QString::fromStdString(applyRange(text.toStdString(), min, max)), result);
+        // Digits pass, `-` only where negatives are allowed, nothing else.
+        for (const char key : std::string_view("07-a+. "))
+            for (const bool minus : {false, true})
+                QCOMPARE(numericKeyAllowed(key, minus), (key >= '0' && key <= '9') || (minus && key == '-'));
+    }
+
+    void dice() {
+        // A dice text, its parts split and joined again.
+        const std::pair<const char*, const char*> rows[] = {
+            {"2d8+100", "2 8 100 2d8+100"}, {"1d6+-2", "1 6 -2 1d6+-2"}, {"2d8", "2 8  2d8+"},
+            {"5+3", "5  3 5d+3"}, {"1d2d3+4", "1 2 4 1d2+4"}, {"1d6+2+3", "1 6 2 1d6+2"}};
+        for (const auto& [text, split] : rows) {
+            const DiceParts parts = splitDice(text);
+            QCOMPARE(QString::fromStdString(parts.count + ' ' + parts.size + ' ' + parts.bonus + ' ' + joinDice(parts)),
+                     QString(split));
         }
-    });
-    // One CR alone inside a file of LF line ends is text, not a line end.
-    if (crOnly)
-        QCOMPARE(readHeader<test::Rooms>(test::lines("#1|R\rx~|~|30 0 0|S|$", "\n")), "1");
-}
+    }
+
+    void zoneFromName() {
+        const std::pair<const char*, int> rows[] = {{"30.wld", 30}, {"030.wld", 30}, {"7.old.wld", 7},
+            {"castle.wld", -1}, {"30abc.wld", -1}, {".wld", -1}, {"+30.wld", -1}, {"99999999999.wld", -1}};
+        for (const auto& [name, zone] : rows) {
+            const auto got = zoneFromFileName(name);
+            QCOMPARE(got.value_or(-1), zone);
+            if (got)
+                QCOMPARE(zoneFileName(*got, ".wld"), std::to_string(zone) + ".wld");
+        }
+    }
+
+    void headers_data() {
+        // A header line and what it reads as, in every kind and as the first
+        // record or the second: the vnum, or the line and why the server would
+        // not boot the file ("expected " at the end: the start of the refusal).
+        columns<QString, QString>({"header", "read"});
+        // clang-format off
+        QTest::newRow("plain") << "#3001" << "3001";
+        QTest::newRow("a plus sign") << "#+3001" << "3001";
+        QTest::newRow("up to a second #") << "#30#01" << "30";
+        QTest::newRow("the largest vnum") << "#2147483647" << "2147483647";
+        QTest::newRow("negative") << "#-5" << "1: -5: a vnum cannot be negative";
+        QTest::newRow("a sign pair") << "#+-3099" << "1: +-3099: two signs before a vnum";
+        QTest::newRow("one beyond the largest") << "#2147483648" << "1: 2147483648: too large for a vnum";
+        QTest::newRow("no digits") << "#abc" << "1: expected ";
+        QTest::newRow("no #") << "3001" << "1: expected ";
+        QTest::newRow("CR-only line ends") << "#1\r" << "1: the line ends are not understood: lines end in CR alone";
+        // clang-format on
+    }
+
+    void headers() {
+        QFETCH(QString, header);
+        QFETCH(QString, read);
+        const bool crOnly = header.endsWith('\r');
+        forEachZoneKind([&]<typename Kind>() {
+            const QString record = body<Kind>("x");
+            const int lines = kFile<typename Kind::Record>.lines;
+            for (const int first : {0, 1}) {
+                QString expected = read;
+                if (const qsizetype colon = read.indexOf(':'); first && colon > 0)
+                    expected = QString::number(read.left(colon).toInt() + lines) + read.mid(colon);
+                const QString file = (first ? "#7" + record + '|' : QString()) + header.chopped(crOnly) + record + "|$";
+                for (const char* eol : {"\r\n", "\n", "\r"}) {
+                    if ((eol == std::string_view("\r")) != crOnly)
+                        continue;
+                    const QString got = readHeader<Kind>(test::lines(file, eol), first);
+                    QVERIFY2(expected.endsWith(' ') || crOnly ? got.startsWith(expected) : got == expected,
+                             qPrintable(QString(Kind::noun.data()) + ": " + got));
+                }
+                if (crOnly)
+                    break; // told at line 1 whatever follows
+            }
+        });
+        // One CR alone inside a file of LF line ends is text, not a line end.
+        if (crOnly)
+            QCOMPARE(readHeader<test::Rooms>(test::lines("#1|R\rx~|~|30 0 0|S|$", "\n")), "1");
+    }
+};
 
 MARL_TEST_MAIN(FormatTest)
 #include "format_test.moc"

@@ -7,8 +7,6 @@
 
 #include "zone_files.h"
 
-#include <algorithm>
-#include <chrono>
 #include <future>
 #include <thread>
 
@@ -92,114 +90,95 @@ class ZoneFileTest : public QObject {
     Q_OBJECT
 private slots:
     void cleanup() { setSaveFault(nullptr); }
-    void saveOrRead_data();
-    void saveOrRead();
-    void failingDisk_data();
-    void failingDisk();
-    void keepsOwnerAndMode();
-};
-
-void ZoneFileTest::saveOrRead_data() {
-    // The folder before, the file saved with the text New or read, the error
-    // or what was read, the folder after (`=`: as before).
-    columns<QString, QString, QString, QString>({"before", "path", "result", "after"});
-    const QString pipe = "not a regular file but a named pipe (FIFO)";
-    // clang-format off
-    QTest::newRow("save a new file") << "" << "30.wld" << "" << "30.wld=#2_New~_";
-    QTest::newRow("save over an old file") << "30.wld=#1_Old~_" << "30.wld" << "" << "30.wld=#2_New~_";
-    QTest::newRow("save: links beside the target, hidden or not, are never followed")
-        << "30.wld=x 30.wld.marl-new>victim .30.wld.marl-new>victim .30.wld.marl->victim victim=precious" << "30.wld" << ""
-        << ".30.wld.marl->victim .30.wld.marl-new>victim 30.wld=#2_New~_ 30.wld.marl-new>victim victim=precious";
-    QTest::newRow("save: a leftover pipe beside the target is not waited on")
-        << "30.wld=x .30.wld.marl-new| 30.wld.marl-new|" << "30.wld" << ""
-        << ".30.wld.marl-new| 30.wld=#2_New~_ 30.wld.marl-new|";
-    QTest::newRow("save through a link: its file is written, the link stays")
-        << "30.wld>zones/30.wld zones/30.wld=#1_Old~_" << "30.wld" << "" << "30.wld>zones/30.wld zones/ zones/30.wld=#2_New~_";
-    QTest::newRow("save through a chain of relative links to a missing file")
-        << "30.wld>a/b.wld a/b.wld>../c/30.wld c/" << "30.wld" << "" << "30.wld>a/b.wld a/ a/b.wld>../c/30.wld c/ c/30.wld=#2_New~_";
-    QTest::newRow("save: a link to a missing folder") << "30.wld>gone/30.wld" << "30.wld" << "No such file or directory" << "=";
-    QTest::newRow("save: links in a loop") << "30.wld>a.wld a.wld>30.wld" << "30.wld" << "Too many levels of symbolic links" << "=";
-    QTest::newRow("save: a link to a pipe is refused, not waited on") << "30.wld>p p|" << "30.wld" << pipe << "=";
-    QTest::newRow("save: a folder") << "30.wld/" << "30.wld" << "Is a directory" << "=";
-    QTest::newRow("read a file") << "30.wld=#1_Old~_" << "<30.wld" << "#1\r\nOld~\r\n" << "=";
-    QTest::newRow("read through a link") << "30.wld>z/30.wld z/30.wld=ab" << "<30.wld" << "ab" << "=";
-    QTest::newRow("read: a pipe is refused, not waited on") << "30.wld|" << "<30.wld" << pipe << "=";
-    QTest::newRow("read: a device") << "" << "</dev/zero" << "not a regular file but a device" << "=";
-    QTest::newRow("read: a folder") << "30.wld/" << "<30.wld" << "Is a directory" << "=";
-    QTest::newRow("read: a dangling link") << "30.wld>gone" << "<30.wld" << "No such file or directory" << "=";
-    // clang-format on
-}
-
-void ZoneFileTest::saveOrRead() {
-    QFETCH(QString, before);
-    QFETCH(QString, path);
-    QFETCH(QString, result);
-    QFETCH(QString, after);
-    QTemporaryDir dir;
-    build(dir.path(), before);
-    const QString was = listing(dir.path());
-    const bool saving = !path.startsWith('<');
-    path = saving ? dir.filePath(path) : path.mid(1).startsWith('/') ? path.mid(1) : dir.filePath(path.mid(1));
-    const auto outcome = within(saving, path);
-    QVERIFY2(outcome, "the call waited");
-    QCOMPARE(QString::fromStdString(outcome->second), result);
-    if (saving)
-        QCOMPARE(outcome->first, result.isEmpty());
-    QCOMPARE(listing(dir.path()), after == "=" ? was : after);
-}
-
-void ZoneFileTest::failingDisk_data() {
-    // Each step of the save failing as a disk would, for an old file and for
-    // a new one: the save fails with the system's reason, the old file is as
-    // it was and no new file is left beside it.
-    columns<int, int, QString, QString>({"step", "code", "before", "error"});
-    const std::tuple<SaveStep, int, const char*> steps[] = {{SaveStep::Write, ENOSPC, "No space left on device"},
-        {SaveStep::Sync, EIO, "Input/output error"}, {SaveStep::Rename, EXDEV, "Invalid cross-device link"}};
-    for (const auto& [step, code, error] : steps)
-        for (const char* before : {"30.wld=#1_Old~_ other=x", "other=x"})
-            QTest::addRow("%s, %s", error, before) << int(step) << code << QString(before) << QString(error);
-}
-
-void ZoneFileTest::failingDisk() {
-    QFETCH(int, step);
-    QFETCH(int, code);
-    QFETCH(QString, before);
-    QFETCH(QString, error);
-    QTemporaryDir dir;
-    build(dir.path(), before);
-    failingStep = SaveStep(step);
-    failingWith = code;
-    setSaveFault(failStep);
-    const auto outcome = within(true, dir.filePath("30.wld"), std::string(100000, 'x'));
-    QVERIFY(outcome && !outcome->first);
-    QCOMPARE(QString::fromStdString(outcome->second), error);
-    QCOMPARE(listing(dir.path()), before);
-    setSaveFault(nullptr); // with the disk well again the same save goes through
-    QVERIFY(within(true, dir.filePath("30.wld"))->first);
-    QCOMPARE(test::readBytes(dir.filePath("30.wld")), std::string(kNew));
-}
-
-// A saved file is replaced, not written in place, and keeps its mode, owner
-// and group (another owner: only when run as root).
-void ZoneFileTest::keepsOwnerAndMode() {
-    const std::tuple<int, int, int> rows[] = {{0600, -1, -1}, {0755, -1, -1}, {0602, -1, -1}, {0664, 1234, 5678}};
-    for (const auto& [mode, owner, group] : rows) {
-        if (owner >= 0 && ::geteuid() != 0)
-            continue;
-        QTemporaryDir dir;
-        const QByteArray name = dir.filePath("30.wld").toLocal8Bit();
-        test::writeBytes(dir.filePath("30.wld"), "#1\r\n");
-        QVERIFY(::chmod(name, mode_t(mode)) == 0 && ::chown(name, uid_t(owner), gid_t(group)) == 0);
-        struct stat before {}, after {};
-        QVERIFY(::stat(name, &before) == 0);
-        QVERIFY(within(true, dir.filePath("30.wld"))->first);
-        QVERIFY(::stat(name, &after) == 0);
-        QCOMPARE(after.st_mode & 07777, before.st_mode & 07777);
-        QCOMPARE(after.st_uid, before.st_uid);
-        QCOMPARE(after.st_gid, before.st_gid);
-        QVERIFY(after.st_ino != before.st_ino);
+    void saveOrRead_data() {
+        // The folder before, the file saved with the text New or read, the error
+        // or what was read, the folder after (`=`: as before).
+        columns<QString, QString, QString, QString>({"before", "path", "result", "after"});
+        const QString pipe = "not a regular file but a named pipe (FIFO)";
+        // clang-format off
+        QTest::newRow("save a new file") << "" << "30.wld" << "" << "30.wld=#2_New~_";
+        QTest::newRow("save: links beside the target, hidden or not, are never followed")
+            << "30.wld=x 30.wld.marl-new>victim .30.wld.marl-new>victim .30.wld.marl->victim victim=precious" << "30.wld" << ""
+            << ".30.wld.marl->victim .30.wld.marl-new>victim 30.wld=#2_New~_ 30.wld.marl-new>victim victim=precious";
+        QTest::newRow("save: a leftover pipe beside the target is not waited on")
+            << "30.wld=x .30.wld.marl-new| 30.wld.marl-new|" << "30.wld" << ""
+            << ".30.wld.marl-new| 30.wld=#2_New~_ 30.wld.marl-new|";
+        QTest::newRow("save through a link: its file is written, the link stays")
+            << "30.wld>zones/30.wld zones/30.wld=#1_Old~_" << "30.wld" << "" << "30.wld>zones/30.wld zones/ zones/30.wld=#2_New~_";
+        QTest::newRow("save through a chain of relative links to a missing file")
+            << "30.wld>a/b.wld a/b.wld>../c/30.wld c/" << "30.wld" << "" << "30.wld>a/b.wld a/ a/b.wld>../c/30.wld c/ c/30.wld=#2_New~_";
+        QTest::newRow("save: links in a loop") << "30.wld>a.wld a.wld>30.wld" << "30.wld" << "Too many levels of symbolic links" << "=";
+        QTest::newRow("save: a link to a pipe is refused, not waited on") << "30.wld>p p|" << "30.wld" << pipe << "=";
+        QTest::newRow("save: a folder") << "30.wld/" << "30.wld" << "Is a directory" << "=";
+        QTest::newRow("read a file") << "30.wld=#1_Old~_" << "<30.wld" << "#1\r\nOld~\r\n" << "=";
+        QTest::newRow("read: a pipe is refused, not waited on") << "30.wld|" << "<30.wld" << pipe << "=";
+        QTest::newRow("read: a device") << "" << "</dev/zero" << "not a regular file but a device" << "=";
+        QTest::newRow("read: a dangling link") << "30.wld>gone" << "<30.wld" << "No such file or directory" << "=";
+        // clang-format on
     }
-}
+
+    void saveOrRead() {
+        QFETCH(QString, before);
+        QFETCH(QString, path);
+        QFETCH(QString, result);
+        QFETCH(QString, after);
+        QTemporaryDir dir;
+        build(dir.path(), before);
+        const QString was = listing(dir.path());
+        const bool saving = !path.startsWith('<');
+        path = saving ? dir.filePath(path) : path.mid(1).startsWith('/') ? path.mid(1) : dir.filePath(path.mid(1));
+        const auto outcome = within(saving, path);
+        QVERIFY2(outcome, "the call waited");
+        QCOMPARE(QString::fromStdString(outcome->second), result);
+        if (saving)
+            QCOMPARE(outcome->first, result.isEmpty());
+        QCOMPARE(listing(dir.path()), after == "=" ? was : after);
+    }
+
+    // Each step of the save failing as a disk would, for an old file and for a
+    // new one: the save fails with the system's reason, the old file is as it
+    // was and no new file is left beside it; with the disk well again it saves.
+    void failingDisk() {
+        const std::tuple<SaveStep, int, const char*> steps[] = {{SaveStep::Write, ENOSPC, "No space left on device"},
+            {SaveStep::Sync, EIO, "Input/output error"}, {SaveStep::Rename, EXDEV, "Invalid cross-device link"}};
+        for (const auto& [step, code, error] : steps)
+            for (const char* before : {"30.wld=#1_Old~_ other=x", "other=x"}) {
+                QTemporaryDir dir;
+                build(dir.path(), before);
+                failingStep = step;
+                failingWith = code;
+                setSaveFault(failStep);
+                const auto outcome = within(true, dir.filePath("30.wld"), std::string(100000, 'x'));
+                QVERIFY(outcome && !outcome->first);
+                QCOMPARE(outcome->second, std::string(error));
+                QCOMPARE(listing(dir.path()), QString(before));
+                setSaveFault(nullptr);
+                QVERIFY(within(true, dir.filePath("30.wld"))->first);
+            }
+    }
+
+    // A saved file is replaced, not written in place, and keeps its mode, owner
+    // and group (another owner: only when run as root).
+    void keepsOwnerAndMode() {
+        const std::tuple<int, int, int> rows[] = {{0755, -1, -1}, {0602, -1, -1}, {0664, 1234, 5678}};
+        for (const auto& [mode, owner, group] : rows) {
+            if (owner >= 0 && ::geteuid() != 0)
+                continue;
+            QTemporaryDir dir;
+            const QByteArray name = dir.filePath("30.wld").toLocal8Bit();
+            test::writeBytes(dir.filePath("30.wld"), "#1\r\n");
+            QVERIFY(::chmod(name, mode_t(mode)) == 0 && ::chown(name, uid_t(owner), gid_t(group)) == 0);
+            struct stat before {}, after {};
+            QVERIFY(::stat(name, &before) == 0);
+            QVERIFY(within(true, dir.filePath("30.wld"))->first);
+            QVERIFY(::stat(name, &after) == 0);
+            QCOMPARE(after.st_mode & 07777, before.st_mode & 07777);
+            QCOMPARE(after.st_uid, before.st_uid);
+            QCOMPARE(after.st_gid, before.st_gid);
+            QVERIFY(after.st_ino != before.st_ino);
+        }
+    }
+};
 
 MARL_TEST_MAIN(ZoneFileTest)
 #include "zone_file_test.moc"
