@@ -26,7 +26,7 @@ struct KindFile {
 template <typename Record> constexpr KindFile kFile{};
 template <> constexpr KindFile kFile<RoomRecord>{"|@~|@|~|30 ad 1|D0|@|~|@~|1 -1 3002|E|@~|@|~|S", 15};
 template <> constexpr KindFile kFile<MobileRecord>{
-    "|@~|@~|@|~|@|~|ab 0 350 S|10 9 4 2d8+100 1d8+4|500 9000|8 8 1", 11};
+    "|@~|@~|@|~|@|~|ab 0 350 E|10 9 4 2d8+100 1d8+4|500 9000|8 8 1|E", 12}; // E without values
 template <> constexpr KindFile kFile<ObjectRecord>{"|@~|@~|@~|@~|19 0 a|24 0 0 0|1 50 50|E|@~|@|~|A|1 2", 14};
 
 // The body of a kind's record with each text `a` + text, `b` + text, ...
@@ -101,67 +101,41 @@ private slots:
         });
     }
 
-    void crRunsSurvive_data() {
-        columns<QString, QString>({"extension", "text"});
-        // CRs that are not part of a line end (`|` is a line break).
-        const std::pair<const char*, const char*> runs[] = {
-            {"inside a line", "a\r\r\rb"}, {"before a line break", "ab\r|cd"},
-            {"runs and a CR line", "ab\r\r|\r|\r\r|cd"}, {"a lone CR", "\r"},
-            {"before the closing line break", "ab\r"}, {"blank line after a CR", "a\r||b"}};
-        for (const char* extension : {".wld", ".mob", ".obj"})
-            for (const auto& [name, text] : runs)
-                QTest::addRow("%s, %s", extension, name) << QString(extension) << QString(text);
-    }
-
-    // Every text of a record of each kind holding CR runs is written field by
-    // field as read, three times over, in LF and in CR LF files.
+    // Every text of a record of each kind holding CRs that are not part of a
+    // line end (`|` is a line break) is written field by field as read, three
+    // times over, in LF and in CR LF files.
     void crRunsSurvive() {
-        QFETCH(QString, extension);
-        QFETCH(QString, text);
-        test::byExtension(extension, [&]<typename Kind>() {
-            for (const char* eol : {"\r\n", "\n"}) {
-                const std::string bytes = test::lines("#3001" + body<Kind>(text) + "|$", eol);
-                auto table = std::make_unique<typename Kind::Table>();
-                QCOMPARE(Kind::read(bytes, *table), 1);
-                const typename Kind::Record first = (*table)[0];
-                for (int cycle = 1; cycle <= 3; ++cycle) {
-                    test::storeAll(*table, 1);
-                    const std::string written = Kind::write(*table, 1);
-                    QVERIFY2(written == bytes, qPrintable(QString("%1, cycle %2").arg(eol[1] ? "CR LF" : "LF").arg(cycle)));
-                    table = std::make_unique<typename Kind::Table>();
-                    QCOMPARE(Kind::read(written, *table), 1);
-                    QVERIFY(test::sameFields((*table)[0], first));
+        for (const char* text : {"a\r\r\rb", "ab\r|cd", "ab\r\r|\r|\r\r|cd", "\r", "ab\r", "a\r||b"})
+            forEachZoneKind([&]<typename Kind>() {
+                for (const char* eol : {"\r\n", "\n"}) {
+                    const std::string bytes = test::lines("#3001" + body<Kind>(text) + "|$", eol);
+                    auto table = std::make_unique<typename Kind::Table>();
+                    QCOMPARE(Kind::read(bytes, *table), 1);
+                    const typename Kind::Record first = (*table)[0];
+                    for (int cycle = 1; cycle <= 3; ++cycle) {
+                        test::storeAll(*table, 1);
+                        const std::string written = Kind::write(*table, 1, 30);
+                        QVERIFY2(written == bytes, qPrintable(QString("%1 %2, %3").arg(Kind::many.data(), QString(text).toLatin1().toPercentEncoding(), eol)));
+                        table = std::make_unique<typename Kind::Table>();
+                        QCOMPARE(Kind::read(written, *table), 1);
+                        QVERIFY(test::sameFields((*table)[0], first));
+                    }
                 }
-            }
-        });
+            });
     }
 
-    void flags_data() {
-        // Flag text as read (the bits) and as written again with the room flags.
-        columns<QString, qint64, QString>({"text", "bits", "written"});
-        // clang-format off
-        QTest::newRow("letters in any order") << "kda" << qint64(0x409) << "adk";
-        QTest::newRow("0") << "0" << qint64(0) << "0";
-        QTest::newRow("empty") << "" << qint64(0) << "0";
-        // Digits are the server's bit mask: bit k is letter k.
-        QTest::newRow("digits 10: b and d") << "0010" << qint64(10) << "bd";
-        QTest::newRow("digits beyond the table") << "2048" << qint64(2048) << "l";
-        QTest::newRow("every bit") << "4294967295" << qint64(0xffffffff) << "abcdefghijklmnopqrstuvwxyzABCDEF";
-        QTest::newRow("beyond 32 bits keeps the low bits") << "4294967297" << qint64(1) << "a";
-        QTest::newRow("letters with digits: the letters") << "a12" << qint64(1) << "a";
-        QTest::newRow("minus is not a mask") << "-1" << qint64(0) << "0";
-        // Capitals up to F are bits 26 to 31, later ones name nothing; letters
-        // without a box come after the table's.
-        QTest::newRow("capitals") << "GZAkz" << qint64(0x4000400) + (qint64(1) << 25) << "kzA";
-        // clang-format on
-    }
-
+    // Flag text as read (the bits) and as written again with the room flags:
+    // digits are the server's bit mask (bit k is letter k), capitals up to F
+    // bits 26 to 31, later ones name nothing; letters without a box come after
+    // the table's.
     void flags() {
-        QFETCH(QString, text);
-        QFETCH(qint64, bits);
-        QFETCH(QString, written);
-        QCOMPARE(qint64(flagBits(text.toStdString())), bits);
-        QCOMPARE(QString::fromStdString(flagText(kRoomFlags, FlagBits(bits))), written);
+        const std::tuple<const char*, qint64, const char*> rows[] = {{"kda", 0x409, "adk"}, {"0", 0, "0"},
+            {"", 0, "0"}, {"0010", 10, "bd"}, {"2048", 2048, "l"}, {"4294967297", 1, "a"}, {"a12", 1, "a"}, {"-1", 0, "0"},
+            {"4294967295", 0xffffffff, "abcdefghijklmnopqrstuvwxyzABCDEF"}, {"GZAkz", 0x6000400, "kzA"}};
+        for (const auto& [text, bits, written] : rows) {
+            QCOMPARE(qint64(flagBits(text)), bits);
+            QCOMPARE(flagText(kRoomFlags, FlagBits(bits)), std::string(written));
+        }
     }
 
     void numbers() {
@@ -207,18 +181,12 @@ private slots:
         // record or the second: the vnum, or the line and why the server would
         // not boot the file ("expected " at the end: the start of the refusal).
         columns<QString, QString>({"header", "read"});
-        // clang-format off
-        QTest::newRow("plain") << "#3001" << "3001";
-        QTest::newRow("a plus sign") << "#+3001" << "3001";
-        QTest::newRow("up to a second #") << "#30#01" << "30";
-        QTest::newRow("the largest vnum") << "#2147483647" << "2147483647";
-        QTest::newRow("negative") << "#-5" << "1: -5: a vnum cannot be negative";
-        QTest::newRow("a sign pair") << "#+-3099" << "1: +-3099: two signs before a vnum";
-        QTest::newRow("one beyond the largest") << "#2147483648" << "1: 2147483648: too large for a vnum";
-        QTest::newRow("no digits") << "#abc" << "1: expected ";
-        QTest::newRow("no #") << "3001" << "1: expected ";
-        QTest::newRow("CR-only line ends") << "#1\r" << "1: the line ends are not understood: lines end in CR alone";
-        // clang-format on
+        for (const auto& [header, read] : {std::pair{"#3001", "3001"}, {"#+3001", "3001"}, {"#30#01", "30"},
+                 {"#2147483647", "2147483647"}, {"#-5", "1: -5: a vnum cannot be negative"},
+                 {"#+-3099", "1: +-3099: two signs before a vnum"}, {"#2147483648", "1: 2147483648: too large for a vnum"},
+                 {"#abc", "1: expected "}, {"3001", "1: expected "},
+                 {"#1\r", "1: the line ends are not understood: lines end in CR alone"}})
+            QTest::newRow(header) << QString(header) << QString(read);
     }
 
     void headers() {
