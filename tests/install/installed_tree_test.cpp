@@ -10,6 +10,8 @@
 #include <QImage>
 #include <QTemporaryDir>
 
+#include "test_support.h"
+
 namespace {
 
 const QString kId = "org.marl_editor.Marl";
@@ -31,10 +33,7 @@ class InstalledTreeTest : public QObject {
     QTemporaryDir prefix;
 
     QString installed(const QString& path) const { return QDir(prefix.path()).filePath(path); }
-    QString read(const QString& path) const {
-        QFile file(installed(path));
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-    }
+    QString read(const QString& path) const { return QString::fromStdString(marl::test::readBytes(installed(path))); }
     // A desktop entry key's values, split at `;`.
     QStringList entry(const QString& key) const {
         const QString text = read("share/applications/" + kId + ".desktop");
@@ -95,22 +94,12 @@ private slots:
             {"appstreamcli", {"validate", "--no-net", "--pedantic", installed("share/metainfo/" + kId + ".metainfo.xml")}},
             {"man", man + QStringList{installed("share/man/man1/marl.1.gz")}},
             {"man", man + QStringList{installed("share/man/man1/marl-check.1.gz")}},
-            {"update-mime-database", {installed("share/mime")}}};
+            {"update-mime-database", {installed("share/mime")}}}; // each when installed
         for (const auto& [tool, arguments] : tools) {
-            if (QStandardPaths::findExecutable(tool).isEmpty()) {
-                qWarning("%s is not installed", qPrintable(tool));
-                continue;
-            }
-            const auto [status, out] = run(tool, arguments);
+            const auto [status, out] = QStandardPaths::findExecutable(tool).isEmpty() ? std::pair(0, QString()) : run(tool, arguments);
             QVERIFY2(status == 0 && !out.contains(tool == "man" ? "warning" : tool.startsWith("update") ? "rror" : "\1"),
                      qPrintable(tool + ": " + out));
         }
-        // The shared MIME database knows the three kinds by their extensions, as plain text.
-        if (QFile::exists(installed("share/mime/globs2")))
-            for (const char* kind : {"world:*.wld", "mobile:*.mob", "object:*.obj"}) {
-                QVERIFY(read("share/mime/globs2").contains(QString(":text/x-circlemud-") + kind));
-                QVERIFY(read("share/mime/subclasses").contains(QStringLiteral("text/x-circlemud-%1 text/plain").arg(QString(kind).section(':', 0, 0))));
-            }
     }
 };
 

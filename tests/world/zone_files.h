@@ -1,8 +1,7 @@
 #pragma once
-// Small zone files for the format tests.  A file is given as one text with
-// `|` between its lines and is tried with CR LF and with LF line ends; each
-// record is told in one line, so that a table row states what the reader
-// must make of its file at a glance (line breaks inside texts show as `/`).
+// Small zone files for the format tests: a file is one text with `|` between
+// its lines, tried with CR LF and LF; a record is told in one line (line
+// breaks inside texts as `/`).
 
 #include <QtTest>
 
@@ -28,7 +27,6 @@ inline QString part(const std::string& text) {
     return '[' + QString::fromLatin1(text.data(), qsizetype(text.size())).replace("\r\n", "/") + ']';
 }
 inline QString part(long long number) { return QString::number(number); }
-// The parts joined by blanks, texts in brackets.
 template <typename... Parts> QString parts(const Parts&... values) {
     return QStringList{part(values)...}.join(' ');
 }
@@ -65,8 +63,7 @@ inline QString describe(const ObjectRecord& o) {
     return out;
 }
 
-// The kinds of the format library; a test writes rooms with zone 30 unless
-// it says otherwise.
+// The kinds; rooms are written with zone 30 unless a test says otherwise.
 template <typename Base> struct Kind : Base {
     static std::string write(typename Base::Table& table, int count, std::int32_t zone = 30) {
         return Base::write(table, count, zone);
@@ -84,15 +81,13 @@ template <typename Check> void byExtension(const QString& name, Check check) {
     QVERIFY2(known, qPrintable(name));
 }
 
-// Slots 0 to count - 1 as if each had been stored from its window: written
-// field by field from then on.
+// Slots 0 to count - 1 as if stored from a window: written field by field.
 template <typename Table> void storeAll(Table& table, int count) {
     for (int slot = 0; slot < count; ++slot)
         table[std::size_t(slot)].Source.clear();
 }
 
-// The file read and written again as the editor's save writes it, the zone
-// taken from the name; the count read goes to `count`.
+// The file as the editor's save writes it again (zone from the name).
 inline std::string rewritten(const QString& path, int* count = nullptr) {
     const QString name = QFileInfo(path).fileName();
     std::string text;
@@ -106,7 +101,6 @@ inline std::string rewritten(const QString& path, int* count = nullptr) {
     return text;
 }
 
-// A table's columns, named in order.
 template <typename... Types> void columns(const char* const (&names)[sizeof...(Types)]) {
     std::size_t i = 0;
     (QTest::addColumn<Types>(names[i++]), ...);
@@ -116,10 +110,8 @@ inline void refusalColumns() { columns<QString, int, QString>({"file", "line", "
 inline void writeColumns() { columns<QString, QString>({"file", "written"}); }
 
 using marl::sameFields;
-
-// The file reads `count` records, the first as `first`; the slot after the
-// last stays cleared, the table remembers the file's line ends, and written
-// as read it gives back the file byte for byte.
+// The file reads `count` records, the first as `first`, the next slot left
+// clear, the line ends kept; written as read it is the file byte for byte.
 template <typename Kind> void checkReads() {
     QFETCH(QString, file);
     QFETCH(int, count);
@@ -135,8 +127,7 @@ template <typename Kind> void checkReads() {
     }
 }
 
-// Opening the file fails at `line`, saying that `expected` was expected
-// there, and leaves no record in the table.
+// Opening the file fails at `line` expecting `expected`, leaving no record.
 template <typename Kind> void checkRefuses() {
     QFETCH(QString, file);
     QFETCH(int, line);
@@ -154,9 +145,9 @@ template <typename Kind> void checkRefuses() {
     }
 }
 
-// Every record of `bytes` stored and written: the result reads back to the
-// same fields and is written again byte for byte.  Returns what was written.
-// `lf`: a table never read writes LF (else CR LF).
+// Every record of `bytes` stored and written (`lf`: a table never read
+// writes LF); it reads back to the same fields and is written again byte for
+// byte.  Returns what was written.
 template <typename Kind>
 std::string storedRoundTrip(const std::string& bytes, std::int32_t zone = 30, bool lf = false) {
     auto table = std::make_unique<typename Kind::Table>();
@@ -178,9 +169,8 @@ std::string storedRoundTrip(const std::string& bytes, std::int32_t zone = 30, bo
     return text;
 }
 
-// The file read, every record stored, is written as `written` in the file's
-// line ends (`=`: the file itself), and round trips.  An empty file stands
-// for a table that was never read.
+// The file read and every record stored is written as `written` (`=`: the
+// file itself) and round trips; an empty file is a table never read.
 template <typename Kind> void checkWrites() {
     QFETCH(QString, file);
     QFETCH(QString, written);
