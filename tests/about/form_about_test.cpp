@@ -1,12 +1,10 @@
-// The About box: how it gives the main window back, and finding and starting
-// the system-information tool.
+// The About box gives the main window back however it closes.
 #include "test_main.h"
 
 #include <QtTest>
 
 #include <QAction>
 #include <QPointer>
-#include <QPushButton>
 #include <QTemporaryDir>
 
 #include "about/form_about.h"
@@ -18,19 +16,12 @@ using namespace marl::test;
 
 namespace {
 
-// A machine with the tools and programs the test gives it.
+// A machine without system-information tools.
 class FakeLauncher : public ProgramLauncher {
 public:
-    QList<SysInfoTool> candidates() const override { return {{"about", {"--system"}}, {"overview", {}}, {"probe", {}}}; }
-    QString findProgram(const QString& program) const override {
-        return installed.contains(program) ? "/opt/bin/" + program : QString();
-    }
-    bool startProgram(const QString& path, const QStringList& arguments) override {
-        started << (path + ' ' + arguments.join(' ')).trimmed();
-        return startWorks;
-    }
-    QStringList installed, started;
-    bool startWorks = true;
+    QList<SysInfoTool> candidates() const override { return {}; }
+    QString findProgram(const QString&) const override { return {}; }
+    bool startProgram(const QString&, const QStringList&) override { return false; }
 };
 
 } // namespace
@@ -62,30 +53,6 @@ private slots:
             key ? QTest::keyClick(box, key, modifiers) : void(box->close());
             QTRY_VERIFY2(box.isNull(), qPrintable(QString::number(key))); // a key presses its button a moment later
             QVERIFY(main.isEnabled());
-        }
-    }
-
-    // The first candidate installed is started; none, or one that will not
-    // start, is told, and no other is tried.
-    void systemInfoButton() {
-        const QStringList about = {"/opt/bin/about --system"};
-        const QStringList none, both = {"about", "probe"};
-        const std::tuple<QStringList, bool, QStringList> rows[] = {
-            {none, true, none}, {both, true, about}, {QStringList{"probe"}, true, QStringList{"/opt/bin/probe"}},
-            {both, false, about}};
-        for (const auto& [installed, startWorks, started] : rows) {
-            launcher = {};
-            launcher.installed = installed;
-            launcher.startWorks = startWorks;
-            FormAbout box(prompts, launcher);
-            const bool told = started.isEmpty() || !startWorks;
-            prompts.expectTells(told);
-            QTest::mouseClick(box.findChild<QPushButton*>("buttonSysInfo"), Qt::LeftButton);
-            QCOMPARE(launcher.started, started);
-            QCOMPARE(prompts.records.size(), qsizetype(told));
-            if (told)
-                QCOMPARE(prompts.messages().takeFirst(), "Marl - Marlstone: System Information Is Unavailable At This Time");
-            prompts.reset();
         }
     }
 };

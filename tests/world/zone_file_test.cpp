@@ -43,25 +43,19 @@ void build(const QString& root, const QString& spec) {
 }
 
 // The folder as `build` takes it, hidden entries included, in name order.
-QString listing(const QString& root, const QString& prefix = QString()) {
-    QStringList out;
-    QFileInfoList entries = QDir(root).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-    std::sort(entries.begin(), entries.end(),
-              [](const QFileInfo& a, const QFileInfo& b) { return a.fileName() < b.fileName(); });
-    for (const QFileInfo& info : entries) {
-        const QString name = prefix + info.fileName();
-        const fs::path path = info.filePath().toStdString();
+QString listing(const QString& root) {
+    QMap<QString, QString> out;
+    for (QDirIterator it(root, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                         QDirIterator::Subdirectories); it.hasNext();) {
+        const std::string path = it.next().toStdString();
+        const QString name = QDir(root).relativeFilePath(it.filePath());
         const fs::file_status status = fs::symlink_status(path);
-        if (fs::is_symlink(status))
-            out += name + '>' + QString::fromStdString(fs::read_symlink(path).string());
-        else if (fs::is_fifo(status))
-            out += name + '|';
-        else if (fs::is_directory(status))
-            out += QStringList{name + '/', listing(info.filePath(), name + '/')}.join(' ').trimmed();
-        else
-            out += name + '=' + QString::fromStdString(test::readBytes(info.filePath())).replace("\r\n", "_");
+        out[name] = fs::is_symlink(status) ? name + '>' + QString::fromStdString(fs::read_symlink(path).string())
+                    : fs::is_fifo(status)   ? name + '|'
+                    : fs::is_directory(status) ? name + '/'
+                    : name + '=' + QString::fromStdString(test::readBytes(it.filePath())).replace("\r\n", "_");
     }
-    return out.join(' ');
+    return QStringList(out.values()).join(' ');
 }
 
 // A save or a read, or nothing when it waited more than a few seconds (the
