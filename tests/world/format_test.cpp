@@ -1,6 +1,5 @@
-// The format's rules, each tried once over every kind: the server's stock
-// files read and written back, every byte of a text kept, flag text,
-// numbers, dice, zone names and record headers.
+// The format's rules, each over every kind: stock files, every byte of a
+// text, flag text, numbers, dice, zone names and record headers.
 
 #include "test_main.h"
 
@@ -60,9 +59,9 @@ private slots:
                 QTest::newRow(qPrintable(QFileInfo(path).fileName())) << path;
     }
 
-    // A stock file reads the records its `#` lines count and is written back byte
-    // for byte; stored, in its own line ends and in CR LF, it round trips; one
-    // record stored changes the file in that record's bytes alone.
+    // A stock file reads the records its `#` lines count and is written back;
+    // stored, in its line ends and in CR LF, it round trips; one record stored
+    // changes the file in that record's bytes alone.
     void stockFiles() {
         QFETCH(QString, path); // no rows without ../shared/corpus
         const std::string bytes = test::readBytes(path);

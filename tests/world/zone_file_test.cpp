@@ -1,7 +1,5 @@
-// Saving and reading whole zone files against what may stand in a folder:
-// links planted or dangling, pipes, devices and folders where a file should
-// be, a disk that fails part way, a file owned by someone else.  Each case
-// is a folder described in one line, the save or read, and the folder after.
+// Saving and reading whole zone files against links, pipes, devices and
+// folders where a file should be, a failing disk, another owner.
 
 #include "test_main.h"
 
@@ -74,9 +72,8 @@ std::optional<std::pair<bool, std::string>> within(bool saving, const QString& p
     return result.get();
 }
 
-SaveStep failingStep = SaveStep::Write;
-int failingWith = 0;
-int failStep(SaveStep step) { return step == failingStep ? failingWith : 0; }
+std::pair<SaveStep, int> failing; // the step that fails, and how
+int failStep(SaveStep step) { return step == failing.first ? failing.second : 0; }
 
 } // namespace
 
@@ -139,8 +136,7 @@ private slots:
             for (const char* before : {"30.wld=#1_Old~_ other=x", "other=x"}) {
                 QTemporaryDir dir;
                 build(dir.path(), before);
-                failingStep = step;
-                failingWith = code;
+                failing = {step, code};
                 setSaveFault(failStep);
                 const auto outcome = within(true, dir.filePath("30.wld"), std::string(100000, 'x'));
                 QVERIFY(outcome && !outcome->first);

@@ -73,8 +73,7 @@ using Rooms = Kind<RoomKind>;
 using Mobiles = Kind<MobileKind>;
 using Objects = Kind<ObjectKind>;
 
-// Calls `check.template operator()<Kind>()` with the kind of a file name's
-// extension (.wld, .mob, .obj).
+// Calls `check.template operator()<Kind>()` with the kind of a file's name.
 template <typename Check> void byExtension(const QString& name, Check check) {
     const bool known = withZoneKind(QFileInfo(name).suffix().prepend('.').toStdString(),
                                     [&]<typename Base>() { check.template operator()<Kind<Base>>(); });
@@ -145,9 +144,8 @@ template <typename Kind> void checkRefuses() {
     }
 }
 
-// Every record of `bytes` stored and written (`lf`: a table never read
-// writes LF); it reads back to the same fields and is written again byte for
-// byte.  Returns what was written.
+// `bytes` stored and written (`lf`: a table never read writes LF) reads back
+// to the same fields and is written again byte for byte.  Returns it.
 template <typename Kind>
 std::string storedRoundTrip(const std::string& bytes, std::int32_t zone = 30, bool lf = false) {
     auto table = std::make_unique<typename Kind::Table>();
