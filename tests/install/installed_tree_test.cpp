@@ -1,44 +1,29 @@
 // `cmake --install` into a temporary prefix: every file a desktop needs is
-// there, the files agree with each other, the installed programs run, and
-// the distribution's validators accept the desktop entry, the metainfo and
-// the MIME definitions when they are installed.
+// there and nothing else, the files agree with each other, the installed
+// programs run, and the distribution's validators accept the desktop entry,
+// the metainfo, the manual pages and the MIME definitions when installed.
 #include "test_main.h"
 #include "built_programs.h"
 
 #include <QtTest>
 
 #include <QImage>
-#include <QSettings>
 #include <QTemporaryDir>
+
+#include "test_support.h"
 
 namespace {
 
 const QString kId = "org.marl_editor.Marl";
-const QList<int> kIconSizes = {16, 24, 32, 48, 64, 128, 256};
 
-struct Run {
-    int status = -1;
-    QString out;
-};
-
-Run run(const QString& program, const QStringList& arguments) {
+// The status (-1: it did not end) and the output of a program.
+std::pair<int, QString> run(const QString& program, const QStringList& arguments) {
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(program, arguments);
-    Run result;
     if (!process.waitForFinished(120000) || process.exitStatus() != QProcess::NormalExit)
-        return result;
-    result.status = process.exitCode();
-    result.out = QString::fromLocal8Bit(process.readAll());
-    return result;
-}
-
-// The values of a desktop entry's keys, split at `;`.
-QStringList desktopList(const QString& text, const QString& key) {
-    for (const QString& line : text.split('\n'))
-        if (line.startsWith(key + '='))
-            return line.mid(key.size() + 1).split(';', Qt::SkipEmptyParts);
-    return {};
+        return {-1, {}};
+    return {process.exitCode(), QString::fromLocal8Bit(process.readAll())};
 }
 
 } // namespace
@@ -48,10 +33,11 @@ class InstalledTreeTest : public QObject {
     QTemporaryDir prefix;
 
     QString installed(const QString& path) const { return QDir(prefix.path()).filePath(path); }
-
-    QString read(const QString& path) const {
-        QFile file(installed(path));
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    QString read(const QString& path) const { return QString::fromStdString(marl::test::readBytes(installed(path))); }
+    // A desktop entry key's values, split at `;`.
+    QStringList entry(const QString& key) const {
+        const QString text = read("share/applications/" + kId + ".desktop");
+        return text.section('\n' + key + '=', 1, 1).section('\n', 0, 0).split(';', Qt::SkipEmptyParts);
     }
 
 private slots:
@@ -59,129 +45,59 @@ private slots:
 #if !defined(Q_OS_LINUX) && !defined(Q_OS_FREEBSD)
         QSKIP("the desktop files are installed on Linux and the BSDs only");
 #endif
-        QVERIFY(prefix.isValid());
-        const Run install =
-            run(CMAKE_COMMAND, {"--install", MARL_BINARY_DIR, "--prefix", prefix.path()});
-        QVERIFY2(install.status == 0, qPrintable(install.out));
+        const auto [status, out] = run(CMAKE_COMMAND, {"--install", MARL_BINARY_DIR, "--prefix", prefix.path()});
+        QVERIFY2(status == 0, qPrintable(out));
     }
 
-    void everyFile_data() {
-        QTest::addColumn<QString>("path");
-        const QStringList files = {"bin/marl",
-                                   "bin/marl-check",
-                                   "share/applications/" + kId + ".desktop",
-                                   "share/metainfo/" + kId + ".metainfo.xml",
-                                   "share/mime/packages/" + kId + ".xml",
-                                   "share/icons/hicolor/scalable/apps/" + kId + ".svg",
-                                   "share/marl/examples/95.wld",
-                                   "share/man/man1/marl.1.gz",
-                                   "share/man/man1/marl-check.1.gz",
-                                   "share/doc/marl/copyright",
-                                   "share/doc/marl/changelog.gz"};
-        for (const QString& file : files)
-            QTest::newRow(qPrintable(file)) << file;
-        for (int size : kIconSizes)
-            QTest::newRow(qPrintable(QString("%1 px").arg(size)))
-                << QStringLiteral("share/icons/hicolor/%1x%1/apps/%2.png").arg(size).arg(kId);
-    }
-
-    void everyFile() {
-        QFETCH(QString, path);
-        const QFileInfo file(installed(path));
-        QVERIFY2(file.isFile() && file.size() > 0, qPrintable(path + " is missing"));
-        if (path.startsWith("bin/"))
-            QVERIFY(file.isExecutable());
-        if (path.endsWith(".png")) {
-            const int size = path.section('/', 3, 3).section('x', 0, 0).toInt();
-            QCOMPARE(QImage(file.filePath()).size(), QSize(size, size));
+    void everyFileAndNothingElse() {
+        QStringList expected = {"bin/marl", "bin/marl-check", "share/applications/" + kId + ".desktop",
+            "share/metainfo/" + kId + ".metainfo.xml", "share/mime/packages/" + kId + ".xml",
+            "share/icons/hicolor/scalable/apps/" + kId + ".svg", "share/man/man1/marl.1.gz",
+            "share/man/man1/marl-check.1.gz", "share/doc/marl/copyright", "share/doc/marl/changelog.gz"};
+        for (int size : {16, 24, 32, 48, 64, 128, 256}) {
+            expected << QStringLiteral("share/icons/hicolor/%1x%1/apps/%2.png").arg(size).arg(kId);
+            QCOMPARE(QImage(installed(expected.last())).size(), QSize(size, size));
         }
+        QStringList found;
+        for (QDirIterator it(prefix.path(), QDir::Files, QDirIterator::Subdirectories); it.hasNext();)
+            if (const QString path = QDir(prefix.path()).relativeFilePath(it.next()); !path.startsWith("share/marl/"))
+                found << path;
+        found.sort();
+        expected.sort();
+        QCOMPARE(found, expected);
+        QVERIFY(QFileInfo(installed("bin/marl")).isExecutable() && QFileInfo(installed("bin/marl-check")).isExecutable());
     }
 
-    void nothingElseInstalled() {
-        QStringList unexpected;
-        QDirIterator it(prefix.path(), QDir::Files, QDirIterator::Subdirectories);
-        while (it.hasNext()) {
-            const QString path = QDir(prefix.path()).relativeFilePath(it.next());
-            if (!path.startsWith("share/icons/hicolor/") && !path.startsWith("share/marl/") &&
-                !path.startsWith("share/doc/marl/") && !path.startsWith("share/man/man1/") &&
-                !path.startsWith("bin/") && !path.contains(kId))
-                unexpected << path;
-        }
-        QCOMPARE(unexpected, QStringList{});
-    }
-
-    // The entry starts the installed program with the files it is given, shows
-    // an installed icon, and offers exactly the types the MIME file defines.
-    void filesAgree() {
-        const QString entry = read("share/applications/" + kId + ".desktop");
-        QCOMPARE(desktopList(entry, "Exec"), QStringList{"marl %F"});
-        QCOMPARE(desktopList(entry, "Icon"), QStringList{kId});
+    // The entry starts the installed program with the files it is given,
+    // shows an installed icon, and offers exactly the types the MIME file
+    // defines; the installed programs run on the installed example.
+    void filesAgreeAndProgramsRun() {
+        QCOMPARE(entry("Exec"), QStringList{"marl %F"});
+        QCOMPARE(entry("Icon"), QStringList{kId});
         QStringList defined;
         static const QRegularExpression type("<mime-type type=\"([^\"]+)\"");
         for (const auto& match : type.globalMatch(read("share/mime/packages/" + kId + ".xml")))
             defined << match.captured(1);
-        QCOMPARE(desktopList(entry, "MimeType"), defined);
-        const QString metainfo = read("share/metainfo/" + kId + ".metainfo.xml");
-        QVERIFY(metainfo.contains("<launchable type=\"desktop-id\">" + kId + ".desktop<"));
-        QVERIFY(metainfo.contains("<release version=\"0.3.1\""));
-        QVERIFY(metainfo.contains("<screenshot type=\"default\">"));
-    }
-
-    void programsRun() {
-        const Run version = run(installed("bin/marl"), {"--version"});
-        QCOMPARE(version.status, 0);
-        QCOMPARE(version.out, QStringLiteral("marl 0.3.1\n"));
-        const Run check =
-            run(installed("bin/marl-check"), {installed("share/marl/examples/95.wld")});
-        QCOMPARE(check.status, 0);
-        QVERIFY2(check.out.endsWith("95.wld: 5 rooms\n"), qPrintable(check.out));
-    }
-
-    void validators_data() {
-        QTest::addColumn<QString>("tool");
-        QTest::addColumn<QStringList>("arguments");
-        QTest::newRow("desktop entry")
-            << "desktop-file-validate"
-            << QStringList{installed("share/applications/" + kId + ".desktop")};
-        QTest::newRow("metainfo") << "appstreamcli"
-                                  << QStringList{
-                                         "validate", "--no-net", "--pedantic",
-                                         installed("share/metainfo/" + kId + ".metainfo.xml")};
-        // groff's warnings, as man prints them for a page it formats
-        const QStringList man = {"--warnings", "-E", "UTF-8", "-l", "-Tutf8", "-Z"};
-        for (const char* page : {"marl", "marl-check"})
-            QTest::addRow("manual page %s", page)
-                << "man"
-                << man + QStringList{installed(QString("share/man/man1/%1.1.gz").arg(page))};
+        QCOMPARE(entry("MimeType"), defined);
+        QVERIFY(read("share/metainfo/" + kId + ".metainfo.xml").contains("<launchable type=\"desktop-id\">" + kId + ".desktop<"));
+        QCOMPARE(run(installed("bin/marl"), {"--version"}), std::make_pair(0, QString("marl 0.3.1\n")));
+        const auto [status, out] = run(installed("bin/marl-check"), {installed("share/marl/examples/95.wld")});
+        QVERIFY2(status == 0 && out.endsWith("95.wld: 5 rooms\n"), qPrintable(out));
     }
 
     void validators() {
-        QFETCH(QString, tool);
-        QFETCH(QStringList, arguments);
-        if (QStandardPaths::findExecutable(tool).isEmpty())
-            QSKIP(qPrintable(tool + " is not installed"));
-        const Run result = run(tool, arguments);
-        QVERIFY2(result.status == 0, qPrintable(result.out));
-        if (tool == "man") // groff's warnings go to the output
-            QVERIFY2(!result.out.contains("warning"), qPrintable(result.out));
-    }
-
-    // The shared MIME database built from the installed definitions knows the
-    // three kinds by their extensions, as kinds of plain text.
-    void mimeDatabase() {
-        if (QStandardPaths::findExecutable("update-mime-database").isEmpty())
-            QSKIP("update-mime-database is not installed");
-        const QString mime = installed("share/mime");
-        const Run update = run("update-mime-database", {mime});
-        QVERIFY2(update.status == 0 && !update.out.contains("rror"), qPrintable(update.out));
-        const QString globs = read("share/mime/globs2");
-        for (const char* line : {":text/x-circlemud-world:*.wld", ":text/x-circlemud-mobile:*.mob",
-                                 ":text/x-circlemud-object:*.obj"})
-            QVERIFY2(globs.contains(line), line);
-        const QString subclasses = read("share/mime/subclasses");
-        for (const char* type : {"world", "mobile", "object"})
-            QVERIFY(
-                subclasses.contains(QStringLiteral("text/x-circlemud-%1 text/plain").arg(type)));
+        const QStringList man = {"--warnings", "-E", "UTF-8", "-l", "-Tutf8", "-Z"}; // groff's warnings, as man prints them
+        const std::pair<QString, QStringList> tools[] = {
+            {"desktop-file-validate", {installed("share/applications/" + kId + ".desktop")}},
+            {"appstreamcli", {"validate", "--no-net", "--pedantic", installed("share/metainfo/" + kId + ".metainfo.xml")}},
+            {"man", man + QStringList{installed("share/man/man1/marl.1.gz")}},
+            {"man", man + QStringList{installed("share/man/man1/marl-check.1.gz")}},
+            {"update-mime-database", {installed("share/mime")}}}; // each when installed
+        for (const auto& [tool, arguments] : tools) {
+            const auto [status, out] = QStandardPaths::findExecutable(tool).isEmpty() ? std::pair(0, QString()) : run(tool, arguments);
+            QVERIFY2(status == 0 && !out.contains(tool == "man" ? "warning" : tool.startsWith("update") ? "rror" : "\1"),
+                     qPrintable(tool + ": " + out));
+        }
     }
 };
 

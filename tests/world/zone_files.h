@@ -1,9 +1,7 @@
 #pragma once
-// Small zone files for the format tests.  A file is given as one text with
-// `|` between its lines and is tried with CR LF and with LF line ends; each
-// kind of record is told in one line, so that a table row states what the
-// reader must make of its file at a glance (line breaks inside texts show
-// as `/`, lists up to their first empty entry).
+// Small zone files for the format tests: a file is one text with `|` between
+// its lines, tried with CR LF and LF; a record is told in one line (line
+// breaks inside texts as `/`).
 
 #include <QtTest>
 
@@ -25,18 +23,10 @@ inline std::string lines(const QString& text, const char* eol) {
     return out;
 }
 
-inline QString shown(const std::string& text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()))
-        .replace(QStringLiteral("\r\n"), QStringLiteral("/"));
-}
-
 inline QString part(const std::string& text) {
-    return '[' + shown(text) + ']';
+    return '[' + QString::fromLatin1(text.data(), qsizetype(text.size())).replace("\r\n", "/") + ']';
 }
-inline QString part(long long number) {
-    return QString::number(number);
-}
-// The parts joined by blanks, texts in brackets.
+inline QString part(long long number) { return QString::number(number); }
 template <typename... Parts> QString parts(const Parts&... values) {
     return QStringList{part(values)...}.join(' ');
 }
@@ -73,8 +63,7 @@ inline QString describe(const ObjectRecord& o) {
     return out;
 }
 
-// The kinds of the format library; a test writes rooms with zone 30 unless
-// it says otherwise.
+// The kinds; rooms are written with zone 30 unless a test says otherwise.
 template <typename Base> struct Kind : Base {
     static std::string write(typename Base::Table& table, int count, std::int32_t zone = 30) {
         return Base::write(table, count, zone);
@@ -84,23 +73,26 @@ using Rooms = Kind<RoomKind>;
 using Mobiles = Kind<MobileKind>;
 using Objects = Kind<ObjectKind>;
 
-// Calls `check.template operator()<Kind>()` with the kind of a file name's
-// extension (.wld, .mob, .obj).
+// Calls `check.template operator()<Kind>()` with the kind of a file's name.
 template <typename Check> void byExtension(const QString& name, Check check) {
     const bool known = withZoneKind(QFileInfo(name).suffix().prepend('.').toStdString(),
                                     [&]<typename Base>() { check.template operator()<Kind<Base>>(); });
     QVERIFY2(known, qPrintable(name));
 }
 
-// The file read and written again as the editor's save writes it, the zone
-// taken from the name; the count read goes to `count`.
+// Slots 0 to count - 1 as if stored from a window: written field by field.
+template <typename Table> void storeAll(Table& table, int count) {
+    for (int slot = 0; slot < count; ++slot)
+        table[std::size_t(slot)].Source.clear();
+}
+
+// The file as the editor's save writes it again (zone from the name).
 inline std::string rewritten(const QString& path, int* count = nullptr) {
-    const std::string bytes = readBytes(path);
     const QString name = QFileInfo(path).fileName();
     std::string text;
     byExtension(name, [&]<typename Kind>() {
         auto table = std::make_unique<typename Kind::Table>();
-        const int read = Kind::read(bytes, *table);
+        const int read = Kind::read(readBytes(path), *table);
         if (count)
             *count = read;
         text = Kind::write(*table, read, zoneFromFileName(name.toStdString()).value_or(0));
@@ -108,38 +100,17 @@ inline std::string rewritten(const QString& path, int* count = nullptr) {
     return text;
 }
 
-// A table's columns, named in order.
 template <typename... Types> void columns(const char* const (&names)[sizeof...(Types)]) {
     std::size_t i = 0;
     (QTest::addColumn<Types>(names[i++]), ...);
 }
+inline void readColumns() { columns<QString, int, QString>({"file", "count", "first"}); }
+inline void refusalColumns() { columns<QString, int, QString>({"file", "line", "expected"}); }
+inline void writeColumns() { columns<QString, QString>({"file", "written"}); }
 
-// The three tables every kind has, and their checks, which fetch a row's
-// values themselves.
-inline void readColumns() {
-    columns<QString, int, QString>({"file", "count", "first"});
-}
-inline void refusalColumns() {
-    columns<QString, int, QString>({"file", "line", "expected"});
-}
-inline void writeColumns() {
-    columns<QString, QString>({"file", "written"});
-}
-
-// Whether two records hold the same fields, whatever bytes they were read
-// from: a record read from an LF file equals the same record read from CR LF.
 using marl::sameFields;
-
-// Slots 0 to count - 1 as if each had been stored from its window: written
-// field by field from then on.
-template <typename Table> void storeAll(Table& table, int count) {
-    for (int slot = 0; slot < count; ++slot)
-        table[std::size_t(slot)].Source.clear();
-}
-
-// The file reads `count` records, the first as `first`; the slot after the
-// last stays cleared, the table remembers the file's line ends, and written
-// as read it gives back the file byte for byte.
+// The file reads `count` records, the first as `first`, the next slot left
+// clear, the line ends kept; written as read it is the file byte for byte.
 template <typename Kind> void checkReads() {
     QFETCH(QString, file);
     QFETCH(int, count);
@@ -155,8 +126,7 @@ template <typename Kind> void checkReads() {
     }
 }
 
-// Opening the file fails at `line`, saying that `expected` was expected
-// there, and leaves no record in the table.
+// Opening the file fails at `line` expecting `expected`, leaving no record.
 template <typename Kind> void checkRefuses() {
     QFETCH(QString, file);
     QFETCH(int, line);
@@ -169,37 +139,43 @@ template <typename Kind> void checkRefuses() {
         const LoadOutcome outcome = loadZoneTable(path.toStdString(), *table, Kind::read);
         QVERIFY(!outcome.ok);
         QCOMPARE(outcome.line, line);
-        QVERIFY2(QString::fromStdString(outcome.problem).contains(expected),
-                 outcome.problem.c_str());
+        QVERIFY2(QString::fromStdString(outcome.problem).contains(expected), outcome.problem.c_str());
         QVERIFY((*table)[0] == typename Kind::Record{});
     }
 }
 
-// The file read, every record stored, is written as `written` in the file's
-// line ends (`=`: the file itself), which reads back to the same fields and
-// is written again byte for byte.  An empty file stands for a table that
-// was never read.
+// `bytes` stored and written (`lf`: a table never read writes LF) reads back
+// to the same fields and is written again byte for byte.  Returns it.
+template <typename Kind>
+std::string storedRoundTrip(const std::string& bytes, std::int32_t zone = 30, bool lf = false) {
+    auto table = std::make_unique<typename Kind::Table>();
+    if (lf)
+        table->lineEnd = LineEnd::Lf;
+    const int count = bytes.empty() ? 0 : Kind::read(bytes, *table);
+    storeAll(*table, count);
+    const std::string text = Kind::write(*table, count, zone);
+    auto again = std::make_unique<typename Kind::Table>();
+    [&] {
+        QCOMPARE(Kind::read(text, *again), count);
+        for (std::size_t slot = 0; slot <= std::size_t(count); ++slot) {
+            QCOMPARE(describe((*again)[slot]), describe((*table)[slot]));
+            QVERIFY2(sameFields((*again)[slot], (*table)[slot]), qPrintable(QString::number(slot)));
+        }
+        storeAll(*again, count);
+        QCOMPARE(Kind::write(*again, count, zone), text);
+    }();
+    return text;
+}
+
+// The file read and every record stored is written as `written` (`=`: the
+// file itself) and round trips; an empty file is a table never read.
 template <typename Kind> void checkWrites() {
     QFETCH(QString, file);
     QFETCH(QString, written);
-    if (written == QStringLiteral("="))
-        written = file;
     for (const char* eol : {"\r\n", "\n"}) {
-        auto table = std::make_unique<typename Kind::Table>();
-        if (eol[1] == '\0')
-            table->lineEnd = LineEnd::Lf; // a new table writes CR LF
-        const int count = file.isEmpty() ? 0 : Kind::read(lines(file, eol), *table);
-        storeAll(*table, count);
-        const std::string text = Kind::write(*table, count);
-        QCOMPARE(QByteArray::fromStdString(text), QByteArray::fromStdString(lines(written, eol)));
-        auto again = std::make_unique<typename Kind::Table>();
-        QCOMPARE(Kind::read(text, *again), count);
-        for (std::size_t slot = 0; slot < std::size_t(count); ++slot) {
-            QCOMPARE(describe((*again)[slot]), describe((*table)[slot]));
-            QVERIFY(sameFields((*again)[slot], (*table)[slot]));
-        }
-        storeAll(*again, count);
-        QCOMPARE(Kind::write(*again, count), text);
+        const std::string text = storedRoundTrip<Kind>(lines(file, eol), 30, !eol[1]);
+        QCOMPARE(QByteArray::fromStdString(text),
+                 QByteArray::fromStdString(lines(written == "=" ? file : written, eol)));
     }
 }
 
