@@ -108,7 +108,7 @@ private slots:
             {"a missing file: not in the recent list", "25.wld", none, {"25.wld: "}, none},
             {"a file that does not read", "24.wld", none, {"24.wld, line 13: expected an exit line \"<door> <key> <to>\""}, none},
             {"files of another kind", "notes.txt 95.WLD 95.wld", room, {notZone.arg("notes.txt"), notZone.arg("95.WLD")}, {"95.wld"}, {"line", "drop"}},
-            {"095.wld is zone 95", "095.wld", room, none, {"095.wld"}},
+            {"095.wld: that file, not 95.wld", "095.wld", none, {"095.wld: "}, none},
             {"castle.wld", "castle.wld", none, {noZone.arg("castle.wld")}, none},
             {"options before the files", "--version 95.wld", none, none, none, {"line"}},
             {"-- before a name", "-- 95.wld", room, none, {"95.wld"}, {"line"}},
