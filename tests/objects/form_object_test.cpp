@@ -1,12 +1,12 @@
-// The object editor window, one builder's script per row: what it shows of
-// each object (as the record stands), the field rules on what is typed, the
-// type options and the values button, the flags and their Clear Bits, the
-// enabling of Save and its refusals, the overwrite question, New, Delete,
-// the guard messages and the ways of leaving, with what the file then holds.
+// The object editor and its values dialog, a builder's script per row: odd
+// stock values kept, flags, the type, Save's refusals, the dialogs; then what
+// each type's values show, store and refuse, the pick lists and the state.
 
 #include "test_main.h"
 
-#include "form_object_fixture.h"
+#include "../kinds/sessions.h"
+#include "dialog_owner_double.h"
+#include "objects/form_object_values.h"
 
 using namespace marl;
 using namespace marl::test;
@@ -14,244 +14,183 @@ using namespace marl::test;
 class FormObjectTest : public QObject {
     Q_OBJECT
 private slots:
-    void script_data();
-    void script();
+    void init() { ClearObjectTable(); }
+    void editor_data();
+    void editor();
+    void values_data();
+    void values();
 };
 
 namespace {
 
-// Objects 9500 upward, all alike but for their VNum.
-std::string manyObjects(int count) {
-    std::string file;
-    for (int i = 0; i < count; ++i)
-        file += crlf({"#" + std::to_string(9500 + i), "o~", "obj " + std::to_string(i) + "~",
-                      "An object.~", "~", "12 0 a", "0 0 0 0", "1 1 1"});
-    return file + crlf({"$"});
+QString valuesText(const ObjectRecord& object) {
+    QStringList values;
+    for (std::int32_t value : object.Values)
+        values.append(QString::number(value));
+    return values.join(' ');
 }
 
-// One object as stock files have them: type 11 (no option), numeric wear
-// flags (17: Take and Head), an effect letter without a box (r), a negative
-// weight, a scroll's spell 201 and an affect location without an option (7).
-const std::string kWild = lf({"#9510", "relic~", "an odd relic~", "~", "~", "11 gr 17",
-                              "12 201 -1 0", "-5 0 2147483647", "A", "7 3", "$"});
+// The values dialog on the object in slot 1 (slot 0 holds another, which
+// must stay as it is), with the probes "values" (the slot's), "saved" (its
+// remembered light duration), "dialog" (on or off) and "pick" (the pick list
+// open).
+struct ValuesSession : OnRecord<FormObjectValues> {
+    ValuesSession(int type, const QString& numbers)
+        : OnRecord([=](FormObjectValues& dialog) {
+              objectTable()[0].Values = {9, 9, 9, 9};
+              objectTable()[1].OType = std::int16_t(type);
+              for (int v = 0; v < kObjectValues; ++v)
+                  objectTable()[1].Values[std::size_t(v)] = numbers.split(' ').value(v).toInt();
+              dialog.SetupForm(1, type);
+          }) {
+        values = [this] {
+            QString pick = "-";
+            for (const char* form : {"formObjectSpells", "formObjectLiquids", "formObjectWType",
+                                     "formObjectContainerState"})
+                pick = topLevel(form) ? form : pick;
+            return std::map<QString, QString>{
+                {"values", valuesText(objectTable()[1])},
+                {"saved", QString::number(objectTable()[1].SavedLightDuration)},
+                {"dialog", dialog && dialog->isEnabled() ? "on" : "off"}, {"pick", pick}};
+        };
+    }
+};
 
-// The object of a single line "type effects wears" and an alias.
-std::string oneObject(const std::string& typeLine, const std::string& alias = "thing") {
-    return lf(
-        {"#9520", alias + "~", "a thing~", "A thing.~", "~", typeLine, "0 0 0 0", "1 2 3", "$"});
+// The object of a type line "type effects wears".
+std::string oneObject(const std::string& typeLine) {
+    return lfLines(QString::fromStdString("#9520|thing~|a thing~|A thing.~|~|" + typeLine +
+                                          "|0 0 0 0|1 2 3|$"));
 }
 
 } // namespace
 
-void FormObjectTest::script_data() {
+void FormObjectTest::editor_data() {
     QTest::addColumn<QByteArray>("file"); // empty: NewObject on zone 95
     QTest::addColumn<QStringList>("steps");
     const auto row = [](const QString& name, const std::string& file, const QStringList& steps) {
         QTest::newRow(qPrintable(name)) << QByteArray::fromStdString(file) << steps;
     };
     const std::string small = smallObjects(), none;
-    const QString list =
-        "listObjectSelect=9500\ta long sword/9501\tan iron chest/9502\ta green potion";
     const QString sword = "9500 a long sword t5 g/an 0,2,6,3 8/100/10 A=18:1,19:2";
     const QString smallBytes = fromBytes(small).replace('\n', '/');
 
-    row("opening shows the first object", small,
-        {"?title=Object Editor [0/99], " + list +
-         ", textVNum=9500, textAlias=sword long, textSDesc=a long sword, "
-         "textLDesc=A long sword lies here., textWeight=8, textCost=100, textRPD=10, "
-         "optionWeapon=x, optionOther=-, checkMagic=x, checkGlow=-, checkTake=x, checkWield=x, "
-         "checkHold=-, buttonValues, !buttonSave, !buttonEdit, !buttonDelete, changed=-, "
-         "index=0, type=5"});
-    row("edit shows another object, nothing left of the one before", small,
-        {"listObjectSelect:dclick:1",
-         "?title=Object Editor [1/99], textVNum=9501, textAlias=chest iron, optionContainer=x, "
-         "optionWeapon=-, checkMagic=-, checkTake=x, checkWield=-, buttonValues, !buttonSave, "
-         "changed=-, index=1, type=15"});
-    row("a new file", none,
-        {"?title=Object Editor, listObjectSelect=, textVNum=9500, textAlias=, textSDesc=, "
-         "textLDesc=, textWeight=0, textCost=0, textRPD=0, optionOther=x, !buttonValues, "
-         "!buttonSave, changed=-, index=0, count=0, type=12"});
-
-    // Shown as they stand, stored as they stand unless edited.
-    row("a stock object's odd values are shown and kept", kWild,
-        {"?textLDesc=, textWeight=-5, textRPD=2147483647, optionOther=-, optionScroll=-, "
-         "!buttonValues, type=11, checkMagic=x, checkTake=x, checkHead=x, checkFinger=-, "
-         "!buttonSave, changed=-",
-         "textCost:type:7", "yes", "buttonSave:click",
-         "?said=Overwrite Existing Object: Overwrite Existing Object?, changed=-, "
-         "file=9510 an odd relic t11 gr/ae 12,201,-1,0 -5/7/2147483647 A=7:3, type=11"});
-    row("a line break read into a text is kept",
-        lf({"#9520", "two", "words~", "a thing~", "A thing.~", "~", "12 0 0", "0 0 0 0", "1 2 3",
-            "$"}),
-        {"textCost:type:4", "yes", "buttonSave:click",
-         "?bytes=#9520/two/words~/a thing~/A thing.~/~/12 0 0/0 0 0 0/1 24 3/$/"});
-    row("flags are written in table order", oneObject("12 hb oa"),
-        {"checkGlow:click", "yes", "buttonSave:click",
+    row("opening shows the first object", small, {"?textAlias=sword long, textSDesc=a long "
+        "sword, textLDesc=A long sword lies here., textWeight=8, textCost=100, textRPD=10, "
+        "optionWeapon=x, optionOther=-, checkMagic=x, checkGlow=-, checkTake=x, checkWield=x, "
+        "checkHold=-, buttonValues, type=5", "listObjectSelect:dclick:1", "?optionContainer=x, "
+        "optionWeapon=-, checkMagic=-, checkTake=x, checkWield=-, type=15"});
+    // Type 11 (no option), numeric wear flags (17: Take and Head), an effect
+    // letter without a box (r), a negative weight, a scroll's spell 201 and
+    // an affect location without an option (7).
+    row("a stock object's odd values are shown and kept", lfLines("#9510|relic~|an odd relic~|~|"
+        "~|11 gr 17|12 201 -1 0|-5 0 2147483647|A|7 3|$"), {"?textWeight=-5, "
+        "textRPD=2147483647, optionOther=-, optionScroll=-, !buttonValues, type=11, checkMagic=x, "
+        "checkTake=x, checkHead=x, checkFinger=-, changed=-", "textCost:type:7", "yes",
+        "buttonSave:click", "?file=9510 an odd relic t11 gr/ae 12,201,-1,0 -5/7/2147483647 A=7:3"});
+    row("a flag is a change; flags are written in table order", oneObject("12 hb oa"),
+        {"checkGlow:click", "?changed=x, buttonSave", "yes", "buttonSave:click",
          "?file=9520 a thing t12 abh/ao 0,0,0,0 1/2/3"});
-    row("no flag at all is written 0", oneObject("12 b a"),
-        {"checkHum:click", "checkTake:click", "yes", "buttonSave:click",
-         "?file=9520 a thing t12 0/0 0,0,0,0 1/2/3"});
+    row("Save refuses an empty field, naming it", small, {"textWeight:erase",
+        "checkGlow:click", "?buttonSave", "ok", "buttonSave:click", "?said=Object Not Saved: "
+        "Weight Must Not Be Empty.\r\nCorrect it, then Save., focus=textWeight, changed=x, "
+        "bytes=" + smallBytes});
+    row("the type sets Object Values, no value changes", small, {"optionBoat:click",
+        "?!buttonValues, changed=x, buttonSave, type=22", "optionLight:click",
+        "?buttonValues, type=1, slot0=" + sword, "yes", "buttonSave:click",
+        "?slot0=" + QString(sword).replace(" t5 ", " t1 ")});
+    row("Clear Bits answered Yes clears its own frame", small, {"yes", "buttonClearEBits:click",
+        "?said=Confirm Clear: Really Clear Effect Bits?, checkMagic=-, checkWield=x, changed=x"});
 
-    // The field rules hold for what is typed.
-    for (const auto& [field, typed, shown] : QList<std::tuple<QString, QString, QString>>{
-             {"textCost", "-", ""},
-             {"textCost", "a1", "1"},
-             {"textCost", "99999999999", "2147483647"},
-             {"textWeight", "2147483648", "2147483647"},
-             {"textRPD", "-12", "12"},
-             {"textVNum", "123456", "12345"},
-             {"textVNum", "-9", "9"},
-             {"textAlias", "Caf\u00e9~5\u20ac", "Caf\u00e95"},
-             {"textSDesc", "a~b", "ab"},
-             {"textLDesc", "x\u20ac", "x"}})
-        row(QString("typed into %1: %2").arg(field, typed), none,
-            {field + ":erase", field + ":type:" + typed, "?" + field + "=" + shown});
-
-    // Save needs text in every field but the long description.
-    row("emptying a field disables Save, filling enables it", small,
-        {"textSDesc:erase", "?!buttonSave, changed=x", "textSDesc:type:x", "?buttonSave"});
-    row("an empty long description leaves Save enabled and is saved", small,
-        {"textLDesc:erase", "?buttonSave", "yes", "buttonSave:click",
-         "?said=Overwrite Existing Object: Overwrite Existing Object?, changed=-, textLDesc=, "
-         "file=" +
-             sword +
-             "; 9501 an iron chest t15 0/a 60,13,9510,0 80/150/10 E=chest lock; 9502 a "
-             "green potion t10 g/ao 12,16,14,-1 1/200/5 ad=19"});
-    for (const auto& [control, caption] :
-         QList<std::pair<QString, QString>>{{"textAlias", "Alias List"},
-                                            {"textSDesc", "Short Description"},
-                                            {"textWeight", "Weight"},
-                                            {"textCost", "Cost"},
-                                            {"textRPD", "Rent/Day"}})
-        row("Save refuses an empty " + caption, small,
-            {control + ":erase", "checkGlow:click", "?buttonSave", "ok", "buttonSave:click",
-             "?said=Object Not Saved: " + caption +
-                 " Must Not Be Empty.\r\nCorrect it, then Save., focus=" + control +
-                 ", changed=x, bytes=" + smallBytes});
-    row("Save after Clear All refuses the empty alias", small,
-        {"yes", "buttonClearAll:click",
-         "?said=Confirm Clear: Really Clear This Form?, textVNum=, textWeight=, optionOther=x, "
-         "checkMagic=-, checkTake=-, !buttonSave, !buttonValues",
-         "textVNum:type:9503", "optionLight:click", "?buttonSave, buttonValues", "ok",
-         "buttonSave:click",
-         "?said=Confirm Clear: Really Clear This Form? | Object Not Saved: Alias List Must Not "
-         "Be Empty.\r\nCorrect it, then Save., focus=textAlias, count=3"});
-    row("Save refuses an empty VNum", small,
-        {"textVNum:erase", "checkGlow:click", "ok", "buttonSave:click",
-         "?said=Object Not Saved: VNum Must Be a Number.\r\nType the object's VNum, then Save., "
-         "focus=textVNum"});
-
-    // The type: the values button follows it, and no value changes.
-    row("Boat disables Object Values, Light enables it, no value changes", small,
-        {"optionBoat:click", "?!buttonValues, changed=x, buttonSave, type=22", "optionLight:click",
-         "?buttonValues, type=1, slot0=" + sword, "yes", "buttonSave:click",
-         "?slot0=" + QString(sword).replace(" t5 ", " t1 ")});
-    for (const QString type : {"optionTreasure", "optionOther", "optionTrash", "optionNote",
-                               "optionKey", "optionPen", "optionBoat"})
-        row("no values for " + type.mid(6), small, {type + ":click", "?!buttonValues"});
-    row("Object Values opens on the object", small,
-        {"buttonValues:click", "?dialog=formObjectValues, !buttonNew"});
-
-    // Clear Bits asks first, and clears its own frame only.
-    for (const auto& [button, question, cleared, kept] :
-         QList<std::tuple<QString, QString, QString, QString>>{
-             {"buttonClearEBits", "Really Clear Effect Bits?", "checkMagic", "checkWield"},
-             {"buttonClearWBits", "Really Clear Wear Bits?", "checkWield", "checkMagic"}}) {
-        row(button + " answered No", small,
-            {"no", button + ":click",
-             "?said=Confirm Clear: " + question + ", " + cleared + "=x, changed=-"});
-        row(button + " answered Yes", small,
-            {"yes", button + ":click",
-             "?said=Confirm Clear: " + question + ", " + cleared + "=-, " + kept +
-                 "=x, changed=x, buttonSave"});
-    }
-
-    // Saving: the VNum's slot after the question, or a new slot.
-    const QString overwrite = "Overwrite Existing Object: Overwrite Existing Object?";
-    row("save over the object shown, Yes replaces it in place", small,
-        {"textCost:erase", "textCost:type:9", "checkHold:click", "yes", "buttonSave:click",
-         "?said=" + overwrite + ", slot0=9500 a long sword t5 g/ano 0,2,6,3 8/9/10 A=18:1,19:2" +
-             ", !buttonEdit, !buttonDelete, buttonSave, changed=-, focus=textVNum, textCost=9, " +
-             list + ", count=3, index=0"});
-    row("save over the object shown, No writes nothing", small,
-        {"textCost:erase", "textCost:type:9", "checkHold:click", "no", "buttonSave:click",
-         "?said=" + overwrite + ", slot0=" + sword +
-             ", changed=x, buttonSave, bytes=" + smallBytes});
-    row("save under a new VNum appends", small,
-        {"textVNum:backspace", "textVNum:type:7", "textSDesc:type:two ", "buttonSave:click",
-         "?said=, " + list +
-             "/9507\ttwo a long sword, count=4, index=3, title=Object Editor [3/99], "
-             "changed=-, slot3=9507 two a long sword t5 g/an 0,2,6,3 8/100/10 A=18:1,19:2"});
-    row("the first save of a new file", none,
-        {"textVNum:type:1", "textAlias:type:rat", "textSDesc:type:a rat bone", "buttonSave:click",
-         "?said=, file=95001 a rat bone t12 0/0 0,0,0,0 0/0/0, listObjectSelect=95001\ta rat "
-         "bone, index=0, bytes=#95001|rat~|a rat bone~|~|~|12 0 0|0 0 0 0|0 0 0|$|"});
-
-    // New.
-    row("new starts in the first free slot", small,
-        {"buttonNew:click",
-         "?textVNum=95, textAlias=, textSDesc=, textWeight=0, textCost=0, textRPD=0, "
-         "optionOther=x, checkMagic=-, focus=textVNum, title=Object Editor [0/99], changed=-, "
-         "index=3, !buttonSave"});
-    row("new with changes asks; No keeps them", small,
-        {"textCost:type:1", "no", "buttonNew:click",
-         "?said=Object Not Saved: Changes to Object Not Saved.\r\nDiscard Changes?, "
-         "textVNum=9500, changed=x, index=0"});
-    row("new with 100 objects says the zone is full", manyObjects(100),
-        {"ok", "buttonNew:click",
-         "?said=Marl - Marlstone: Zone Already Contains 99 Objects, textVNum=9500, index=0, "
-         "count=100, changed=-"});
-    row("new with 99 objects", manyObjects(99), {"buttonNew:click", "?index=99, said="});
-
-    // Delete.
-    row("delete the last object, shown", small,
-        {"listObjectSelect:dclick:2", "listObjectSelect:line:2", "yes", "buttonDelete:click",
-         "?count=2, textVNum=95, index=2, changed=-, file=" + sword +
-             "; 9501 an iron chest t15 0/a 60,13,9510,0 80/150/10 E=chest lock"});
-    row("delete the only object leaves an empty zone", oneObject("12 0 a"),
-        {"listObjectSelect:line:0", "yes", "buttonDelete:click",
-         "?count=0, listObjectSelect=, textVNum=95, bytes=$/"});
-    row("delete answered No", small,
-        {"listObjectSelect:line:1", "no", "buttonDelete:click", "?count=3, " + list});
-    row("delete with changes asks to discard them", small,
-        {"textCost:type:1", "listObjectSelect:line:2", "yes", "no", "buttonDelete:click",
-         "?said=Confirm Delete: Really Delete This Object?\r\n9500 a long sword | Object Not "
-         "Saved: Changes to "
-         "Object Not Saved.\r\nDiscard Changes?, count=3, changed=x, textCost=1001"});
-
-    // The guard messages.
-    const QString notSaved = "Object Not Saved: Changes to Object Not Saved.\r\n";
-    for (const QString show : {"listObjectSelect:dclick:2", "buttonEdit:click"})
-        row(show + " with changes asks", small,
-            {"checkHum:click", "listObjectSelect:line:2", "no", show,
-             "?said=" + notSaved + "Discard Changes?, index=0, checkHum=x", "yes", show,
-             "?index=2, changed=-, slot0=" + sword});
-    row("done with changes refuses", small,
-        {"textCost:type:1", "ok", "buttonDone:click",
-         "?said=" + notSaved + "Either Save or Use Cancel., closed=0"});
-    row("done without changes closes", small, {"buttonDone:click", "?closed=1"});
-    row("cancel with changes, No", small,
-        {"textCost:type:1", "no", "buttonCancel:click",
-         "?said=" + notSaved + "Cancel Anyway?, closed=0, changed=x"});
-    row("cancel with changes, Yes, writes nothing", small,
-        {"optionKey:click", "yes", "buttonCancel:click", "?closed=1, bytes=" + smallBytes});
-    row("escape acts as Cancel", small,
-        {"textCost:type:1", "yes", "textCost:escape",
-         "?said=" + notSaved + "Cancel Anyway?, closed=1"});
-    row("the frame's close acts as Cancel", small,
-        {"checkGlow:click", "no", "close", "?closed=0", "yes", "close", "?closed=1"});
+    // The extra descriptions and the action description, the dialogs
+    // themselves tested on their own.
+    const QString chest = "9501 an iron chest t15 0/a 60,13,9510,0 80/150/10";
+    const QString done = "buttonDone:click", back = ">";
+    const QString stored = "?dialog=-, buttonNew, changed=x, buttonSave, said=";
+    row("an extra description added goes into the object at once", small,
+        {"listObjectSelect:dclick:1", "buttonEDescs:click", ">formObjectExtraDescs",
+         "?listExtraDescs=chest lock", "textKeywords:type:lid", "textDesc:type:Dented.",
+         "buttonAdd:click", back, "?dialog=formObjectExtraDescs, !buttonNew, slot1=" + chest +
+         " E=chest lock,lid", ">formObjectExtraDescs", done, back, stored});
+    row("action description stored on Done", small, {"buttonADesc:click",
+        ">formObjectActionDesc", "textDesc:type:Swish.\nSwoosh.", done, back, stored, "yes",
+        "buttonSave:click", "?bytes=" + QString(smallBytes).replace("lies here.~/~/",
+                                                                      "lies here.~/Swish./Swoosh.~/")});
 }
 
-void FormObjectTest::script() {
+void FormObjectTest::editor() {
     QFETCH(QByteArray, file);
     QFETCH(QStringList, steps);
     ObjectSession s(file.toStdString());
     QVERIFY(s.opened);
     MARL_PLAY(s.playAll(steps));
-    // A window that closed is gone, having reported to the main window once.
-    const int closed = s.host.closed;
+}
+
+void FormObjectTest::values_data() {
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("values");
+    QTest::addColumn<QStringList>("steps");
+    const auto row = [](const QString& name, int type, const QString& values,
+                        const QStringList& steps) {
+        QTest::newRow(qPrintable(name)) << type << values << steps;
+    };
+    const QString done = "buttonDone:click", closed = "?open=-, owner=on, said=";
+
+    // What each type opens, values out of a field's range as they stand.
+    row("light", 1, "0 0 24 0", {"?title=Object Values, frameLight, textLightDuration=24, "
+        "checkEternal=-, !frameMoney, !textMoneyAmount, focus=textLightDuration"});
+    row("scroll: spell 201 shown and kept through another edit", 2, "12 201 0 -1",
+        {"?frameScrollPotion, textScrollPotionS1=201, textScrollPotionS3=-1, !frameWeapon, "
+         "!textWeaponNumD=", "textScrollPotionLevel:erase", "textScrollPotionLevel:type:5", done,
+         closed + ", calls=1, values=5 201 0 -1"});
+    row("type 11 enables no group, Done stores nothing", 11, "1 2 3 4", {"?!frameLight, "
+        "!frameScrollPotion, !frameWandStaff, !frameWeapon, !frameArmor, !frameContainer, "
+        "!frameDrinkConFountain, !frameFood, !frameMoney, buttonDone", done,
+        closed + ", calls=0, values=1 2 3 4"});
+
+    // Done stores the group when something changed, and only then.
+    row("weapon: die size changed", 5, "0 2 6 3", {"textWeaponSizeD:erase",
+        "textWeaponSizeD:type:8", done, closed + ", calls=1, values=0 2 8 3"});
+    row("drink container: any value but 0 is poisoned, stored as -1", 17, "10 5 7 1",
+        {"?checkDrinkConFountainPoisoned=x", "textDrinkConFountainRemaining:type:0", done,
+         "?values=10 50 7 -1"});
+    row("eternal checked stores -1 and remembers the duration", 1, "0 0 24 0",
+        {"checkEternal:click", "?!textLightDuration=-1, changed=x", done,
+         closed + ", values=0 0 -1 0, saved=24"});
+
+    // The pick lists hand back only a choice the builder changed, so that a
+    // number no option stands for passes through.
+    const QString spell1 = "buttonScrollPotionS1:click";
+    row("spell list on 201 selects Identify; done unchanged", 2, "12 201 0 -1", {spell1,
+        "?pick=formObjectSpells, dialog=off", ">formObjectSpells", "?title=Object Spells, "
+        "optionIdentify=x", done, ">", "?pick=-, dialog=on, textScrollPotionS1=201, changed=-"});
+    row("picking Fireball writes 26", 2, "12 -1 -1 -1", {"buttonScrollPotionS3:click",
+        ">formObjectSpells", "?optionNoSpell=x", "optionFireball:click", done, ">",
+        "?textScrollPotionS3=26, changed=x", done, "?values=12 -1 -1 26"});
+    const QString state = "buttonContainerState:click";
+    row("state 0, closed and locked: 12", 15, "50 0 -1 0", {state, ">formObjectContainerState",
+        "checkClosed:click", "checkLocked:click", done, ">", "?textContainerState=12, changed=x",
+        done, "?values=50 12 -1 0"});
+    row("state 16 checks none and passes through", 15, "50 16 -1 0", {state,
+        ">formObjectContainerState", "?checkCloseable=-, checkLocked=-", done, ">",
+        "?textContainerState=16"});
+    // The values dialog waits for its pick list, which goes with it.
+    row("the values dialog waits for its pick list", 5, "0 2 6 3", {"buttonWeaponType:click",
+        "close", "?pick=formObjectWType, open=x, dialog=off", ">formObjectWType", "close", ">",
+        "?pick=-, dialog=on", "close", closed + ", calls=0"});
+}
+
+void FormObjectTest::values() {
+    QFETCH(int, type);
+    QFETCH(QString, values);
+    QFETCH(QStringList, steps);
+    {
+        ValuesSession s(type, values);
+        MARL_PLAY(s.play(steps));
+        QCOMPARE(valuesText(objectTable()[0]), QString("9 9 9 9"));
+    }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCOMPARE(s.editor.isNull(), closed == 1);
+    for (QWidget* window : QApplication::topLevelWidgets())
+        QVERIFY2(!window->objectName().startsWith("formObject"), qPrintable(window->objectName()));
 }
 
 MARL_TEST_MAIN(FormObjectTest)

@@ -75,15 +75,6 @@ QStringList corpusFiles(const QString& extension) {
 
 QString examplesDir() { return QStringLiteral(MARL_EXAMPLES_DIR); }
 
-std::string crlf(std::initializer_list<std::string_view> lines) {
-    std::string out;
-    for (std::string_view line : lines) {
-        out += line;
-        out += "\r\n";
-    }
-    return out;
-}
-
 std::string lf(std::initializer_list<std::string_view> lines) {
     std::string out;
     for (std::string_view line : lines) {

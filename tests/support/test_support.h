@@ -64,8 +64,6 @@ QStringList corpusFiles(const QString& extension);  // full paths, sorted
 // The project's own example zone files.
 QString examplesDir();
 
-// Lines joined by CR LF, each ended by CR LF (the way the editor writes).
-std::string crlf(std::initializer_list<std::string_view> lines);
 // Lines each ended by LF.
 std::string lf(std::initializer_list<std::string_view> lines);
 

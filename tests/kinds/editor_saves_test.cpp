@@ -7,10 +7,8 @@
 
 #include "test_main.h"
 
-#include "../mobiles/form_mobile_fixture.h"
-#include "../objects/form_object_fixture.h"
-#include "../rooms/form_room_fixture.h"
 #include "save_checks.h"
+#include "sessions.h"
 
 using namespace marl;
 using namespace marl::test;
