@@ -1,6 +1,4 @@
-// The object editor as a builder meets it: the window fits a 1024 x 768
-// screen with every stock zone open and its list shows whole names; Alt and
-// a letter press the control while its caption reads as it stands, in the
+// The object editor as a builder meets it: Alt and a letter press the control while its caption reads as it stands, in the
 // editor and the two dialogs it sets up itself; Tab walks the editor in
 // reading order.
 
@@ -14,28 +12,11 @@ using namespace marl::test;
 class FormObjectKeysTest : public QObject {
     Q_OBJECT
 private slots:
-    void fitsTheScreen_data();
-    void fitsTheScreen();
     void accessKeys_data();
     void accessKeys();
     void tabOrder_data();
     void tabOrder();
 };
-
-void FormObjectKeysTest::fitsTheScreen_data() {
-    QTest::addColumn<QString>("path"); // empty: the small zone
-    QTest::newRow("small zone") << QString();
-    for (const QString& path : corpusFiles(".obj"))
-        QTest::newRow(qPrintable(QFileInfo(path).fileName())) << path;
-}
-
-void FormObjectKeysTest::fitsTheScreen() {
-    QFETCH(QString, path);
-    ObjectSession s(path.isEmpty() ? smallObjects() : readBytes(path),
-                    path.isEmpty() ? 95 : QFileInfo(path).baseName().toInt());
-    QVERIFY(s.opened);
-    checkFitsTheScreen(s.editor, "listObjectSelect", "textAlias", "listObjectSelect");
-}
 
 void FormObjectKeysTest::accessKeys_data() {
     QTest::addColumn<QString>("opener");

@@ -1,10 +1,7 @@
-// The room editor's layout as a builder meets it: the window fits a 1024 x 768
-// screen with every stock zone open and its list shows whole names; Tab
-// follows the reading order, in the editor and in the exit dialog.
+// The room editor's layout as a builder meets it: Tab follows the reading
+// order, in the editor and in the exit dialog.
 
 #include "form_room_fixture.h"
-
-#include <QFileInfo>
 
 #include "access_keys.h"
 
@@ -14,26 +11,9 @@ using namespace marl::test;
 class FormRoomLayoutTest : public QObject {
     Q_OBJECT
 private slots:
-    void fitsTheScreen_data();
-    void fitsTheScreen();
     void tabOrder_data();
     void tabOrder();
 };
-
-void FormRoomLayoutTest::fitsTheScreen_data() {
-    QTest::addColumn<QString>("path"); // empty: the small zone
-    QTest::newRow("small zone") << QString();
-    for (const QString& path : corpusFiles(".wld"))
-        QTest::newRow(qPrintable(QFileInfo(path).fileName())) << path;
-}
-
-void FormRoomLayoutTest::fitsTheScreen() {
-    QFETCH(QString, path);
-    const std::string file = path.isEmpty() ? smallZone() : readBytes(path);
-    EditorSession s(file, path.isEmpty() ? 95 : QFileInfo(path).baseName().toInt());
-    QVERIFY(s.opened);
-    checkFitsTheScreen(s.editor, "listRoomSelect", "textDesc", "textDesc");
-}
 
 void FormRoomLayoutTest::tabOrder_data() {
     QTest::addColumn<QString>("window"); // the editor, or the exit dialog of room 9501's West

@@ -1,10 +1,9 @@
 #pragma once
 // What every window's keys and layout tests share: Alt and a letter press
 // the control while its caption reads as it stands, no two controls share a
-// name, the walk Tab takes, and an editor that fits the screen.
+// name, and the walk Tab takes.
 
 #include <QAbstractButton>
-#include <QScrollBar>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -64,26 +63,6 @@ inline QStringList tabWalk(QWidget* window, QWidget* from, qsizetype count) {
         walked.append(QApplication::focusWidget()->objectName());
     }
     return walked;
-}
-
-// The editor fits a 1024 x 768 screen; at its smallest its list needs no
-// sideways scrolling, and of what the window gains the list and `wide` take
-// width, `tall` height.
-inline void checkFitsTheScreen(QWidget* editor, const QString& list, const QString& wide,
-                               const QString& tall) {
-    const QSize least = editor->minimumSizeHint();
-    QVERIFY2(least.width() <= 1000 && least.height() <= 720,
-             qPrintable(QString("%1 x %2").arg(least.width()).arg(least.height())));
-    editor->resize(least);
-    QCoreApplication::processEvents();
-    QCOMPARE(find<QListWidget>(editor, list)->horizontalScrollBar()->maximum(), 0);
-    const int listWidth = find(editor, list)->width(), wideWidth = find(editor, wide)->width(),
-              tallHeight = find(editor, tall)->height();
-    editor->resize(least + QSize(600, 200));
-    QCoreApplication::processEvents();
-    QVERIFY(find(editor, list)->width() > listWidth);
-    QVERIFY(find(editor, wide)->width() > wideWidth);
-    QVERIFY(find(editor, tall)->height() > tallHeight);
 }
 
 } // namespace marl::test
