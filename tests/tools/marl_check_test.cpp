@@ -69,6 +69,16 @@ void MarlCheckTest::init() {
     put("pair.obj", "#+-3099|a~|b~|c~|~|1 0 a|0 0 0 0|0 0 0|$");
     put("big.mob", QString(mobile).replace("#1", "#99999999999") + "$");
     put("mac.wld", room, "\r");
+    // What the server refuses: a seventh affect, a text of 8192 bytes as it
+    // reads it (99 lines of 80 and one of 72, each line a byte longer read);
+    // one below each passes.  And what it only logs.
+    const QString affect = "A|1 2|";
+    put("affects.obj", "#1|a~|b~|c~|~|1 0 a|0 0 0 0|0 0 0|" + affect.repeated(6) +
+                           "#2|a~|b~|c~|~|1 0 a|0 0 0 0|0 0 0|" + affect.repeated(7) + "$");
+    const QString lines = QString(80, 'x').append('|').repeated(99);
+    put("long.wld", "#3001|A~|" + lines + QString(71, 'y') + "|~|7 0 1|S|#3002|B~|" + lines +
+                        QString(72, 'y') + "|~|7 0 1|S|$");
+    put("logged.obj", "#1|flask water~|b~|c~|~|17 0 a|5 9 0 0|1 0 -2|$");
     mkfifo(dir_.filePath("pipe.wld"));
     QDir(out_.path()).removeRecursively();
     QDir(out_.path()).mkpath("30.obj/inside"); // in the way of a rewritten object file
@@ -123,7 +133,19 @@ void MarlCheckTest::runs_data() {
                  "over the other" << QStringList{};
     QTest::newRow("two inputs of one name, only checked") << "30.wld other/30.wld" << 0
         << "30.wld: 1 room|other/30.wld: 1 room" << "" << QStringList{};
-    QTest::newRow("help") << "--help" << 0 << "Usage: marl-check [--rewrite DIR] FILE...*" << ""
+    QTest::newRow("more than six affects stop the boot") << "affects.obj" << 1
+        << "affects.obj: 2 objects|affects.obj:21: object 2: 7 affects; the server takes at most 6 "
+           "(the server stops booting)" << "" << QStringList{};
+    QTest::newRow("a text past the server's limit stops the boot") << "long.wld" << 1
+        << "long.wld: 2 rooms|long.wld:106: room 3002: the description is 8192 bytes as the server "
+           "reads it; it reads at most 8191 (the server stops booting)" << "" << QStringList{};
+    QTest::newRow("what the server only logs") << "logged.obj" << 0
+        << "logged.obj: 1 object|logged.obj:1: object 1: negative rent per day (-2) (the server logs "
+           "it)|logged.obj:1: object 1: holds 9, more than its capacity 5 (the server logs it)" << ""
+        << QStringList{};
+    QTest::newRow("what the server only logs, strict") << "--strict logged.obj" << 1
+        << "logged.obj: 1 object*" << "" << QStringList{};
+    QTest::newRow("help") << "--help" << 0 << "Usage: marl-check [--strict] [--rewrite DIR] FILE...*" << ""
         << QStringList{};
     QTest::newRow("no file") << "" << 2 << "" << "marl-check: no zone file given" << QStringList{};
     QTest::newRow("unknown option") << "--fix 30.wld" << 2 << "" << "marl-check: unknown option --fix"
