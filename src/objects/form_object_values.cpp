@@ -7,7 +7,9 @@
 
 #include "objects/form_object_container_state.h"
 #include "objects/form_object_pick_list.h"
+#include "objects/object_checks.h"
 #include "widgets/prompts.h"
+#include "widgets/qt_text.h"
 #include "widgets/vocab_controls.h"
 
 namespace marl {
@@ -129,8 +131,23 @@ void FormObjectValues::onDone() {
             return;
         SaveValues();
         tellOwnerStored();
+        warnOfServerChecks();
     }
     finish();
+}
+
+// The server boots an object that fails its checks and logs each failure:
+// the values are stored, and the builder told what the server will log.
+void FormObjectValues::warnOfServerChecks() {
+    ObjectRecord object = objectIn(slot_);
+    object.OType = static_cast<std::int16_t>(type_); // as the editor shows it
+    const Findings found = loggedObjectProblems(object);
+    if (found.empty())
+        return;
+    QString text = QStringLiteral("The server will log this object as it boots:");
+    for (const Finding& finding : found)
+        text += QStringLiteral("\r\n- ") + fromBytes(finding.what);
+    prompts_.tell(text);
 }
 
 // A field that is empty or not a number opens its list on the list's

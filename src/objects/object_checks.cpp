@@ -99,7 +99,7 @@ void checkDrinkAlias(Findings& found, const ObjectRecord& object) {
 void checkDrinkContents(Findings& found, const ObjectRecord& object) {
     if ((object.OType == kDrinkCon || object.OType == kFountain) &&
         object.Values[1] > object.Values[0])
-        logged(found, "holds " + num(object.Values[1]) + ", more than its capacity " +
+        logged(found, "holds " + num(object.Values[1]) + " while its capacity is " +
                           num(object.Values[0]));
 }
 
@@ -116,7 +116,7 @@ void checkMagicValues(Findings& found, const ObjectRecord& object) {
 
 void checkCharges(Findings& found, const ObjectRecord& object) {
     if ((object.OType == kWand || object.OType == kStaff) && object.Values[2] > object.Values[1])
-        logged(found, num(object.Values[2]) + " charges left, more than the maximum " +
+        logged(found, num(object.Values[2]) + " charges left while the maximum is " +
                           num(object.Values[1]));
 }
 

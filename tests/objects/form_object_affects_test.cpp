@@ -115,7 +115,7 @@ void FormObjectAffectsTest::script_data() {
 
     // Listed as the object holds them, as the file will hold them.
     row("no affects", "",
-        {"?title=Object Affects [0/127], listObjectAffects=, " + fresh +
+        {"?title=Object Affects [0/6], listObjectAffects=, " + fresh +
          ", !buttonRemoveAll, buttonClearAll, buttonCancel, buttonDone, "
          "changed=-, focus=optionNone"});
     row("listed by caption", "1:2/18:1",
@@ -179,10 +179,10 @@ void FormObjectAffectsTest::script_data() {
     row("add after location 0 keeps it", "0:0",
         {"optionStr:click", "textValue:type:1", "buttonAdd:click",
          "?listObjectAffects=None\t0/Str\t1, written=0:0/1:1"});
-    row("add stops at 127 affects", "*126",
+    row("add refuses a seventh affect, which the server refuses", "*5",
         {"optionStr:click", "textValue:type:7", "?buttonAdd", "buttonAdd:click",
-         "?count=127, after=0:0", "optionDex:click", "textValue:type:1",
-         "?!buttonAdd, count=127, calls=1"});
+         "?count=6, after=0:0", "optionDex:click", "textValue:type:1",
+         "?!buttonAdd, count=6, calls=1"});
     row("a file's 128 affects are all listed", "*128",
         {"?count=128, buttonRemoveAll", "optionStr:click", "textValue:type:1", "?!buttonAdd"});
     row("edit by button", "1:2/18:1/19:4",
@@ -190,7 +190,7 @@ void FormObjectAffectsTest::script_data() {
          "?buttonEdit, "
          "buttonRemove",
          "buttonEdit:click",
-         "?title=Object Affects [1/127], optionHitRoll=x, "
+         "?title=Object Affects [1/6], optionHitRoll=x, "
          "textValue=1, !buttonAdd, buttonUpdate, changed=-",
          done, closed});
     row("edit location 0", "0:5",
@@ -203,7 +203,7 @@ void FormObjectAffectsTest::script_data() {
         {"listObjectAffects:dclick:1", "optionDamRoll:click", "textValue:erase", "textValue:type:3",
          "buttonUpdate:click",
          "?listObjectAffects=Str\t2/DamRoll\t3/DamRoll\t4, written=1:2/19:3/19:4, " + fresh +
-             ", title=Object Affects [0/127], calls=1, focus=listObjectAffects",
+             ", title=Object Affects [0/6], calls=1, focus=listObjectAffects",
          done, closed});
     row("update with no line selected stores nothing", "1:2/18:1",
         {"listObjectAffects:dclick:1", "textValue:type:5", "listObjectAffects:ctrlline:1",
@@ -233,7 +233,7 @@ void FormObjectAffectsTest::script_data() {
         row("add after edit, then " + end.last(), "1:2/2:3",
             QStringList{"listObjectAffects:dclick:1"} + end +
                 QStringList{"optionInt:click", "textValue:type:1",
-                            "?buttonAdd, !buttonUpdate, title=Object Affects [0/127]"});
+                            "?buttonAdd, !buttonUpdate, title=Object Affects [0/6]"});
     row("clear all", "1:2",
         {"optionStr:click", "textValue:type:5", "no", "buttonClearAll:click",
          "?textValue=5, optionStr=x", "yes", "buttonClearAll:click",

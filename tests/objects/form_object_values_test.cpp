@@ -97,13 +97,22 @@ void FormObjectValuesTest::script_data() {
     row("weapon: die size changed", 5, "0 2 6 3",
         {"textWeaponSizeD:erase", "textWeaponSizeD:type:8", done,
          closed + ", calls=1, values=0 2 8 3"});
-    row("scroll: spell 201 kept through another edit", 2, "12 201 0 -1",
+    row("scroll: spell 201 kept through another edit", 2, "12 201 -1 -1",
         {"textScrollPotionLevel:erase", "textScrollPotionLevel:type:5", done,
-         closed + ", calls=1, values=5 201 0 -1"});
+         closed + ", calls=1, values=5 201 -1 -1"});
     row("armor stores its other values as 0", 9, "5 3 2 1",
         {"textArmorACApply:type:-7", done, "?values=-7 0 0 0, calls=1"});
-    row("drink container: poisoned stored as -1", 17, "10 5 7 1",
-        {"textDrinkConFountainRemaining:type:0", done, "?values=10 50 7 -1"});
+    // What the server logs as it boots is told, and stored all the same.
+    row("drink container: poisoned stored as -1, more than it holds told", 17, "10 5 7 1",
+        {"textDrinkConFountainRemaining:type:0", "ok", done,
+         "?values=10 50 7 -1, said=Marl - Marlstone: The server will log this object as it "
+         "boots:\r\n- the last alias of a drink container is not a drink (\"\")\r\n- holds 50 "
+         "while its capacity is 10"});
+    row("wand: a spell the server lacks told", 3, "5 3 4 -1",
+        {"textWandStaffSpell:erase", "textWandStaffSpell:type:41", "ok", done,
+         "?values=5 3 4 41, said=Marl - Marlstone: The server will log this object as it "
+         "boots:\r\n- spell 41 is not a spell the server has (-1 for none)\r\n- 4 charges left "
+         "while the maximum is 3"});
     row("food: poisoned unchecked stores 0", 19, "24 0 0 -1",
         {"checkFoodPoisoned:click", "?changed=x", done, "?values=24 0 0 0, calls=1"});
 

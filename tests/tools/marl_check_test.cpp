@@ -141,7 +141,7 @@ void MarlCheckTest::runs_data() {
            "reads it; it reads at most 8191 (the server stops booting)" << "" << QStringList{};
     QTest::newRow("what the server only logs") << "logged.obj" << 0
         << "logged.obj: 1 object|logged.obj:1: object 1: negative rent per day (-2) (the server logs "
-           "it)|logged.obj:1: object 1: holds 9, more than its capacity 5 (the server logs it)" << ""
+           "it)|logged.obj:1: object 1: holds 9 while its capacity is 5 (the server logs it)" << ""
         << QStringList{};
     QTest::newRow("what the server only logs, strict") << "--strict logged.obj" << 1
         << "logged.obj: 1 object*" << "" << QStringList{};
