@@ -48,9 +48,9 @@ bool fitsServerText(std::string_view value, TextForm form, LineEnd lineEnd) {
 }
 
 std::string textTooLongMessage() {
-    return "The text would be too long for the server, which reads at most " +
+    return "The text would be too long for the server: it reads at most " +
            std::to_string(kServerTextBuffer - 1) +
-           " bytes of a text, line ends included, and refuses to boot a zone with a longer one.";
+           " bytes of a text (line ends included) and refuses to boot a zone with a longer one.";
 }
 
 void checkText(Findings& found, std::string_view field, std::string_view value, TextForm form,

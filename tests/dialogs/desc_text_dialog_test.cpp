@@ -37,6 +37,15 @@ void DescTextDialogTest::script_data() {
     row("refuses ~ and what Latin-1 lacks",
         {"textDesc:erase", "textDesc:type:Caf\u00e9~5\u20ac", "?textDesc=Caf\u00e95"});
 
+    // The server reads 8191 bytes of a text, each line a byte longer than
+    // written in CR LF: 98 lines of 80 and a last of 54 fill it.
+    const QString lines = QString(80, 'x').append('\n').repeated(98);
+    row("refuses text past the server's limit and says so",
+        {"textDesc:erase", "ok", "textDesc:type:" + lines + QString(55, 'y'),
+         "?textDesc=" + QString(lines).replace('\n', '|') + QString(54, 'y') +
+             ", said=Marl - Marlstone: The text would be too long for the server: it reads at "
+             "most 8191 bytes of a text (line ends included) and refuses to boot a zone with a "
+             "longer one."});
     // Done stores only an edited text, as the file holds it (CR LF).
     row("done without edits",
         {"buttonDone:click", closed + ", calls=0, text=A tall man.\r\nHe nods."});

@@ -105,6 +105,16 @@ void FormObjectTest::script_data() {
         row(QString("typed into %1: %2").arg(field, typed), none,
             {field + ":erase", field + ":type:" + typed, "?" + field + "=" + shown});
 
+    // A line of 8173 characters fills what the server reads of a text
+    // (in pieces of 511, each a byte longer read, and a line end).
+    std::string longAlias = small;
+    longAlias.replace(longAlias.find("sword long"), 10, std::string(8168, 'a'));
+    row("a text field refuses text past the server's limit and says so", longAlias,
+        {"ok", "textAlias:type:bcdefg",
+         "?said=Marl - Marlstone: The text would be too "
+         "long for the server: it reads at most 8191 bytes of a text (line ends included) and "
+         "refuses to boot a zone with a longer one.", "?textAlias=bcdef" + QString(8168, 'a')});
+
     // Save needs text in every field but the long description.
     row("emptying a field disables Save, filling enables it", small,
         {"textSDesc:erase", "?!buttonSave, changed=x", "textSDesc:type:x", "?buttonSave"});
