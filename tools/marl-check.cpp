@@ -101,9 +101,9 @@ void findProblems(const typename Kind::Table& table, int count, std::vector<File
     for (int slot = 0; slot < count; ++slot) {
         const auto& record = table[static_cast<std::size_t>(slot)];
         for (Finding& finding : Kind::problems(record, table.lineEnd))
-            found.push_back({lines[static_cast<std::size_t>(slot)], finding.severity,
-                             std::string(Kind::one) + ' ' + std::to_string(record.VNum) + ": " +
-                                 finding.what});
+            found.push_back(
+                {lines[static_cast<std::size_t>(slot)], finding.severity,
+                 std::string(Kind::one) + ' ' + std::to_string(record.VNum) + ": " + finding.what});
     }
 }
 

@@ -48,6 +48,16 @@ void FormObjectValues::ParseValues(int type) {
         if (QCheckBox* box = shown_->boxes[v])
             box->setChecked(object.Values[v] != 0);
     }
+    // An eternal light shows as one: Eternal checked, its -1 disabled; the
+    // box unchecked brings back the duration the object remembers, if any.
+    if (checkEternal_->parentWidget() == shown_->frame &&
+        object.Values[kEternalValue] == kEternalDuration) {
+        checkEternal_->setChecked(true);
+        savedDuration_.reset();
+        if (object.SavedLightDuration != 0)
+            savedDuration_ = object.SavedLightDuration;
+        focus = checkEternal_;
+    }
     if (focus)
         focus->setFocus();
 }

@@ -1,7 +1,7 @@
 #include "widgets/qt_text.h"
 
-#include <QLineEdit>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QTextCursor>
 
@@ -105,7 +105,7 @@ bool TildeTextEdit::mayInsert(const QString& inserted) {
 
 void TildeTextEdit::keyPressEvent(QKeyEvent* event) {
     if (!event->text().isEmpty() && !isTildeSafe(event->text())) {
-        event->accept();  // dropped, as a numeric field drops a letter
+        event->accept(); // dropped, as a numeric field drops a letter
         return;
     }
     const bool newLine = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;

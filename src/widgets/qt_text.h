@@ -4,8 +4,8 @@
 // a text widget shows `\n`.
 
 #include <QFont>
-#include <QString>
 #include <QPlainTextEdit>
+#include <QString>
 #include <QValidator>
 #include <string>
 

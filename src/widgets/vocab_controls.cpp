@@ -58,7 +58,8 @@ void FlagGrid::addCorner(QWidget* widget) {
     widget->setParent(this);
     auto* grid = static_cast<QGridLayout*>(layout());
     const bool free = static_cast<int>(table_.size()) < rows_ * columns_;
-    grid->addWidget(widget, free ? rows_ - 1 : rows_, columns_ - 1, Qt::AlignRight | Qt::AlignBottom);
+    grid->addWidget(widget, free ? rows_ - 1 : rows_, columns_ - 1,
+                    Qt::AlignRight | Qt::AlignBottom);
 }
 
 void FlagGrid::setFlagText(std::string_view text) {

@@ -32,7 +32,8 @@ std::size_t serverTextLength(std::string_view value, TextForm form, LineEnd line
     std::size_t length = 0;
     for (std::size_t at = 0; at < written.size();) {
         std::size_t piece = std::min(kServerLinePiece, written.size() - at);
-        if (const std::size_t lf = written.find('\n', at); lf != std::string::npos && lf < at + piece)
+        if (const std::size_t lf = written.find('\n', at);
+            lf != std::string::npos && lf < at + piece)
             piece = lf - at + 1;
         const std::string_view read = std::string_view(written).substr(at, piece);
         if (const std::size_t tilde = read.find('~'); tilde != std::string_view::npos)
@@ -57,10 +58,10 @@ void checkText(Findings& found, std::string_view field, std::string_view value, 
                LineEnd lineEnd) {
     const std::size_t length = serverTextLength(value, form, lineEnd);
     if (length >= kServerTextBuffer)
-        found.push_back({Severity::RefusesBoot,
-                         "the " + std::string(field) + " is " + std::to_string(length) +
-                             " bytes as the server reads it; it reads at most " +
-                             std::to_string(kServerTextBuffer - 1)});
+        found.push_back(
+            {Severity::RefusesBoot, "the " + std::string(field) + " is " + std::to_string(length) +
+                                        " bytes as the server reads it; it reads at most " +
+                                        std::to_string(kServerTextBuffer - 1)});
 }
 
 void checkExtraDescTexts(Findings& found, const ExtraDescList& list, LineEnd lineEnd) {

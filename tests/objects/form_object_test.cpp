@@ -113,7 +113,8 @@ void FormObjectTest::script_data() {
         {"ok", "textAlias:type:bcdefg",
          "?said=Marl - Marlstone: The text would be too "
          "long for the server: it reads at most 8191 bytes of a text (line ends included) and "
-         "refuses to boot a zone with a longer one.", "?textAlias=bcdef" + QString(8168, 'a')});
+         "refuses to boot a zone with a longer one.",
+         "?textAlias=bcdef" + QString(8168, 'a')});
 
     // Save needs text in every field but the long description.
     row("emptying a field disables Save, filling enables it", small,

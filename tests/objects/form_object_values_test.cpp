@@ -40,8 +40,9 @@ void FormObjectValuesTest::script_data() {
     row("light", 1, "0 0 24 0",
         {"?title=Object Values, frameLight, textLightDuration=24, checkEternal=-, "
          "!frameMoney, !textMoneyAmount, focus=textLightDuration"});
-    row("eternal light: -1 in an enabled field, box unchecked", 1, "0 0 -1 0",
-        {"?textLightDuration=-1, textLightDuration, checkEternal=-"});
+    row("eternal light: Eternal checked, -1 disabled", 1, "0 0 -1 0",
+        {"?!textLightDuration=-1, checkEternal=x, changed=-, focus=checkEternal",
+         "checkEternal:click", "?textLightDuration=, textLightDuration, changed=x"});
     for (int type : {2, 10})
         row(QString("scroll or potion %1: spell 201 shown").arg(type), type, "12 201 0 -1",
             {"?frameScrollPotion, textScrollPotionLevel=12, textScrollPotionS1=201, "

@@ -33,8 +33,7 @@ constexpr FontSet kFontSets[] = {
      "DejaVu Sans Mono"},
     {"liberation", "fonts-liberation", "/usr/share/fonts/truetype/liberation", "Liberation Sans",
      "Liberation Mono"},
-    {"noto", "fonts-noto-core fonts-noto-mono",
-     "/usr/share/fonts/truetype/noto", "Noto Sans",
+    {"noto", "fonts-noto-core fonts-noto-mono", "/usr/share/fonts/truetype/noto", "Noto Sans",
      "Noto Mono"},
     {"urw", "fonts-urw-base35", "/usr/share/fonts/opentype/urw-base35", "Nimbus Sans",
      "Nimbus Mono PS"},
@@ -63,10 +62,10 @@ const bool kFontsChosen = [] {
     QFile conf(dir + "/fonts.conf");
     if (!conf.open(QIODevice::WriteOnly))
         return false;
-    conf.write(("<?xml version=\"1.0\"?><fontconfig>" + dirs + "<cachedir>" + dir +
-                "</cachedir>" + alias.arg("sans-serif", set->sans) +
-                alias.arg("Sans Serif", set->sans) + alias.arg("monospace", set->mono) +
-                alias.arg("Courier New", set->mono) + "</fontconfig>")
+    conf.write(("<?xml version=\"1.0\"?><fontconfig>" + dirs + "<cachedir>" + dir + "</cachedir>" +
+                alias.arg("sans-serif", set->sans) + alias.arg("Sans Serif", set->sans) +
+                alias.arg("monospace", set->mono) + alias.arg("Courier New", set->mono) +
+                "</fontconfig>")
                    .toUtf8());
     qputenv("FONTCONFIG_FILE", (dir + "/fonts.conf").toLocal8Bit());
     return true;
@@ -213,7 +212,9 @@ void WindowsFitTest::fits() {
     // Each set's fonts are there (`make` installs them) and "Courier New"
     // is what that desktop makes of it.
     // (Qt adds a foundry, " [UKWN]", to a family some fonts name twice.)
-    const auto family = [](const QFont& asked) { return QFontInfo(asked).family().section(" [", 0, 0); };
+    const auto family = [](const QFont& asked) {
+        return QFontInfo(asked).family().section(" [", 0, 0);
+    };
     QVERIFY2(family(font) == set->sans,
              qPrintable(QString("%1 is missing: install %2").arg(set->sans, set->package)));
     QCOMPARE(family(fixedFont()), QString::fromLatin1(set->mono));

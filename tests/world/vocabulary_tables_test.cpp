@@ -2,10 +2,14 @@
 // checked against each other where a mistake would still build: keys unique
 // and in order, names and captions unique per table, every numeric field
 // wide enough for its range, the values groups agreeing with the object
-// types and the pick lists they open; and the container state and dice
-// texts read as the server means them.
+// types and the pick lists they open; the container state and dice texts
+// read as the server means them; and the tables the server keeps itself
+// (attack verbs, the effects of drinks) as its sources have them.
 
 #include "zone_files.h"
+
+#include <QFile>
+#include <QRegularExpression>
 
 #include <map>
 #include <optional>
@@ -89,6 +93,8 @@ private slots:
     void containerState();
     void dice_data();
     void dice();
+    void asTheServerHasThem_data();
+    void asTheServerHasThem();
 };
 
 void VocabularyTablesTest::vocabulary_data() {
@@ -240,6 +246,36 @@ void VocabularyTablesTest::dice() {
     QCOMPARE(QString::fromStdString(parts.size), size);
     QCOMPARE(QString::fromStdString(parts.bonus), bonus);
     QCOMPARE(QString::fromStdString(joinDice(parts)), joined);
+}
+
+void VocabularyTablesTest::asTheServerHasThem_data() {
+    // The server's source file, a row of its table there (the first rows of
+    // that form in the file) and our table's rows the same way.
+    columns<QString, QString, QStringList>({"file", "row", "ours"});
+    QStringList verbs, drinks;
+    for (const AttackTypeDef& type : kAttackTypes)
+        verbs << QString::fromLatin1(type.caption);
+    // The server's columns: drunkenness, hunger, thirst.
+    for (const LiquidDef& liquid : kLiquids)
+        drinks << QStringLiteral("%1/%2/%3").arg(liquid.drunk).arg(liquid.fill).arg(liquid.thirst);
+    QTest::newRow("attack verbs") << "fight.c"
+                                  << R"re(\{"(\w+)", "(\w+)"\})re" << verbs;
+    QTest::newRow("effects of drinks") << "constants.c"
+                                       << R"(\{(-?\d+), (-?\d+), (-?\d+)\})" << drinks;
+}
+
+void VocabularyTablesTest::asTheServerHasThem() {
+    QFETCH(QString, file);
+    QFETCH(QString, row);
+    QFETCH(QStringList, ours);
+    QFile source(QStringLiteral(MARL_CORPUS_DIR "/../server/circle/src/") + file);
+    if (!source.open(QIODevice::ReadOnly))
+        QSKIP("the server's sources are not beside the project");
+    QStringList theirs;
+    for (const QRegularExpressionMatch& match :
+         QRegularExpression(row).globalMatch(QString::fromLatin1(source.readAll())))
+        theirs << match.capturedTexts().mid(1).join('/');
+    QCOMPARE(theirs.mid(0, ours.size()), ours);
 }
 
 QTEST_GUILESS_MAIN(VocabularyTablesTest)
