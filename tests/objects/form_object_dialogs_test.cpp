@@ -100,8 +100,8 @@ void FormObjectDialogsTest::slotRules_data() {
         // The type is picked first: after New the window shows "Other", which
         // has no values.
         {"values",
-         {"optionPotion:click", "buttonValues:click", ">formObjectValues",
-          "textScrollPotionLevel:erase", "textScrollPotionLevel:type:7", "buttonDone:click"}},
+         {"optionMoney:click", "buttonValues:click", ">formObjectValues",
+          "textMoneyAmount:erase", "textMoneyAmount:type:7", "buttonDone:click"}},
         {"affects",
          {"buttonObjectAffects:click", ">formObjectAffects", "optionDex:click", "textValue:type:3",
           "buttonAdd:click", "buttonDone:click"}}};

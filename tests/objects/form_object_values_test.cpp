@@ -6,6 +6,7 @@
 
 #include "form_object_values_fixture.h"
 
+#include <QCheckBox>
 #include <QPushButton>
 
 #include "objects/object_file.h"
@@ -292,10 +293,15 @@ void FormObjectValuesTest::stockValuesSurvive() {
             auto* dialog = new FormObjectValues(owner, prompts);
             dialog->SetupForm(kSlot, stock.OType);
             dialog->show();
-            // A change the builder takes back still stores the group.
+            // A change the builder takes back still stores the group (an
+            // eternal light's: Eternal unchecked and checked again).
+            if (auto* eternal = dialog->findChild<QCheckBox*>("checkEternal"); eternal->isChecked())
+                eternal->click(), eternal->click();
             for (const ValueDef& value : group->values)
                 if (value.kind == ValueKind::Field) {
                     auto* field = dialog->findChild<QLineEdit*>(value.control);
+                    if (!field->isEnabled())
+                        break;
                     QTest::keyClick(field, Qt::Key_Backspace);
                     field->setText(
                         QString::number(stock.Values[std::size_t(&value - group->values.data())]));
