@@ -90,7 +90,8 @@ void checkFit(Session&& s, const QStringList& steps, const QString& window, cons
     QWidget* shown = s.editor->objectName() == window ? s.editor.data() : topLevel(window);
     QVERIFY2(shown, qPrintable(window + " did not open"));
     const QSize least = leastSize(shown);
-    qInfo("%s %s: %d x %d", setName, qPrintable(window), least.width(), least.height());
+    qInfo("%s %s: %d x %d (%d pt)", setName, qPrintable(window), least.width(), least.height(),
+          QApplication::font().pointSize());
     QVERIFY2(least.width() <= 1000 && least.height() <= 680,
              qPrintable(QString("%1 x %2").arg(least.width()).arg(least.height())));
     if (window == "formRoom") { // stock descriptions are 80 columns wide
