@@ -10,6 +10,9 @@
 PACKAGES := cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools libgl-dev
 # Checks of the installed desktop files, and dpkg-shlibdeps for the package.
 PACKAGES += desktop-file-utils appstream shared-mime-info dpkg-dev
+# The fonts of the desktops the windows must fit, each set checked by the
+# fit test under a fontconfig configuration of its own.
+PACKAGES += fonts-dejavu-core fonts-liberation fonts-noto-core fonts-noto-mono fonts-urw-base35
 # The fuzz targets are built with clang and its libFuzzer.
 test fuzz fuzz-build: PACKAGES += clang libclang-rt-dev
 SUDO := $(shell [ "$$(id -u)" = 0 ] || echo sudo)

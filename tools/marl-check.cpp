@@ -42,7 +42,16 @@ constexpr const char* kUsage =
     "\"FILE:LINE: what is wrong\" at a line of the record at fault: records out\n"
     "of number order (the server looks records up by number and misses some).\n"
     "\n"
+    "Then, for a file that reads, one line \"FILE:LINE: what is wrong\" for each\n"
+    "thing the game server would refuse or complain of, at the header line of\n"
+    "the record at fault: a text longer than the server reads, more than six\n"
+    "affects on an object (these stop the server's boot), and what the server\n"
+    "logs of an object as it boots (a negative weight or rent, a drink\n"
+    "container holding more than its capacity, a spell or level out of range,\n"
+    "and so on).\n"
+    "\n"
     "Options:\n"
+    "  --strict       also fail (status 1) for what the server only logs.\n"
     "  --rewrite DIR  also write each file that reads into the folder DIR, under\n"
     "                 its own name, exactly as the editor's Save would write it.\n"
     "                 The zone number comes from the file name (30.wld is zone\n"
@@ -57,16 +66,53 @@ constexpr const char* kUsage =
     "is refused, never waited on.  Many files are checked at once, one per core,\n"
     "and reported in the order given.\n"
     "\n"
-    "Exit status: 0 when every file reads (and is written), 1 when any file is\n"
-    "refused (with --strict, also when any has a finding), 2 for a usage error,\n"
-    "3 when the report cannot be written.\n";
+    "Exit status: 0 when every file reads (and is written) and the server would\n"
+    "boot it, 1 when any file is refused or would stop the server's boot (or,\n"
+    "with --strict, has anything the server logs), 2 for a usage error, 3 when\n"
+    "the report cannot be written.\n";
 
-// What checking one file found: its report line and whether all went well.
+// Something the server would refuse or log, at a line of the file.
+struct FileFinding {
+    int line;
+    Severity severity;
+    std::string what;
+};
+
+// What checking one file found: its report lines and whether all went well.
 struct Result {
+    Result(std::string line, bool ok = false, std::vector<FileFinding> findings = {})
+        : line(std::move(line)), ok(ok), findings(std::move(findings)) {}
     std::string line;
     bool ok = false;
-    bool logged = false; // a finding the server only logs
+    std::vector<FileFinding> findings;
+    std::string file; // as given
 };
+
+// The line of each record's header: the first record's is line 1, and each
+// record's bytes run up to the next header.
+template <typename Table> std::vector<int> headerLines(const Table& table, int count) {
+    std::vector<int> lines;
+    int line = 1;
+    for (int slot = 0; slot < count; ++slot) {
+        lines.push_back(line);
+        const std::string& source = table[static_cast<std::size_t>(slot)].Source;
+        line += static_cast<int>(std::count(source.begin(), source.end(), '\n'));
+    }
+    return lines;
+}
+
+// What the server would refuse or log of each record, at its header line.
+template <typename Kind>
+void findProblems(const typename Kind::Table& table, int count, std::vector<FileFinding>& found) {
+    const std::vector<int> lines = headerLines(table, count);
+    for (int slot = 0; slot < count; ++slot) {
+        const auto& record = table[static_cast<std::size_t>(slot)];
+        for (Finding& finding : Kind::problems(record, table.lineEnd))
+            found.push_back(
+                {lines[static_cast<std::size_t>(slot)], finding.severity,
+                 std::string(Kind::one) + ' ' + std::to_string(record.VNum) + ": " + finding.what});
+    }
+}
 
 std::string plural(int count, std::string_view one, std::string_view many) {
     return std::to_string(count) + ' ' + std::string(count == 1 ? one : many);
@@ -93,11 +139,12 @@ Result checkFile(const std::string& shown, const fs::path& path, std::int32_t zo
         return {shown + ": cannot read the file: " + outcome.problem};
     }
     std::string line = shown + ": " + plural(outcome.count, Kind::one, Kind::many);
-    std::string findings;
+    std::vector<FileFinding> found;
+    findProblems<Kind>(table, outcome.count, found);
     if (const int slot = firstOutOfOrder(table, outcome.count); slot >= 0)
-        findings += '\n' + shown + ':' + std::to_string(headerLine(table, slot)) + ": #" +
-                    std::to_string(table[slot].VNum) + " is out of number order (after #" +
-                    std::to_string(table[slot - 1].VNum) + ")";
+        found.push_back({headerLine(table, slot), Severity::OnlyLogged,
+                         "#" + std::to_string(table[slot].VNum) + " is out of number order (after #" +
+                             std::to_string(table[slot - 1].VNum) + ")"});
     // What the editor cannot show, kept as the file has it.
     std::string notes;
     for (const TextReader::Note& note : outcome.notes)
@@ -106,10 +153,11 @@ Result checkFile(const std::string& shown, const fs::path& path, std::int32_t zo
         const fs::path target = *rewrite / path.filename();
         std::string error;
         if (!writeZoneFile(target, Kind::write(table, outcome.count, zone), error))
-            return {line + "; cannot write " + target.string() + ": " + error};
+            return {line + "; cannot write " + target.string() + ": " + error, false,
+                    std::move(found)};
         line += ", written to " + target.string();
     }
-    return {line + notes + findings, true, !findings.empty()};
+    return {line + notes, true, std::move(found)};
 }
 
 Result checkOne(const std::string& shown, const fs::path* rewrite) {
@@ -124,6 +172,7 @@ Result checkOne(const std::string& shown, const fs::path* rewrite) {
         else
             result = checkFile<Kind>(shown, path, zone.value_or(0), rewrite);
     });
+    result.file = shown;
     return result;
 }
 
@@ -195,8 +244,8 @@ int usageError(const std::string& problem) {
 int main(int argc, char** argv) {
     std::vector<std::string> files;
     std::optional<fs::path> rewrite;
-    bool options = true;
     bool strict = false;
+    bool options = true;
     for (int i = 1; i < argc; ++i) {
         const std::string_view arg = argv[i];
         if (options && arg == "--") {
@@ -234,8 +283,14 @@ int main(int argc, char** argv) {
     bool allRead = true;
     int failed = 0; // the first write of the report that failed
     checkAll(files, rewrite ? &*rewrite : nullptr, [&](const Result& result) {
-        allRead = result.ok && !(strict && result.logged) && allRead;
-        const std::string line = result.line + '\n';
+        allRead = result.ok && allRead;
+        std::string line = result.line + '\n';
+        for (const FileFinding& finding : result.findings) {
+            const bool refuses = finding.severity == Severity::RefusesBoot;
+            allRead = allRead && !refuses && !strict;
+            line += result.file + ':' + std::to_string(finding.line) + ": " + finding.what +
+                    (refuses ? " (the server stops booting)\n" : " (the server logs it)\n");
+        }
         if (std::fwrite(line.data(), 1, line.size(), stdout) != line.size() && failed == 0)
             failed = errno != 0 ? errno : EIO;
     });

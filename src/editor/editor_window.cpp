@@ -430,6 +430,10 @@ void EditorWindow::closeEvent(QCloseEvent* event) {
     host_.editorClosed();
 }
 
+Prompts& EditorWindow::windowPrompts() {
+    return host_.prompts();
+}
+
 std::vector<QGroupBox*>
 EditorWindow::makeFields(std::span<const FieldDef> defs, std::span<QLineEdit*> edits,
                          const std::function<bool(const FieldDef&)>& unframed) {

@@ -21,6 +21,7 @@
 #include "editor/dialog_waiter.h"
 #include "editor/editor_host.h"
 #include "editor/zone_document.h"
+#include "widgets/prompts.h"
 #include "world/form_text.h"
 #include "world/numeric_rule.h"
 
@@ -34,7 +35,7 @@ namespace marl {
 
 class NumericField;
 
-class EditorWindow : public QWidget, public ZoneEditor, public DialogOwner {
+class EditorWindow : public QWidget, public ZoneEditor, public DialogOwner, public PromptsWindow {
     Q_OBJECT
 public:
     // `text` holds the kind's window name, title and messages (the kind's
@@ -99,6 +100,7 @@ protected:
     QString fileName() const;
     const QString& noun() const { return noun_; }
     EditorHost& host() { return host_; }
+    Prompts& windowPrompts() override;
     void closeEvent(QCloseEvent* event) override;
 
     NumericField* textVNum_ = nullptr;

@@ -10,6 +10,7 @@
 #include <QPointer>
 
 #include "editor/dialog_owner.h"
+#include "widgets/prompts.h"
 #include "world/form_text.h"
 
 class QHBoxLayout;
@@ -32,10 +33,11 @@ struct DialogQuestions {
     static DialogQuestions of(const DialogText& text);
 };
 
-class OwnedDialog : public QDialog {
+class OwnedDialog : public QDialog, public PromptsWindow {
     Q_OBJECT
 public:
     bool changed() const { return changed_; }
+    Prompts& windowPrompts() override { return prompts_; }
     // Escape acts as Cancel.
     void reject() override;
     // Empties the dialog's fields.

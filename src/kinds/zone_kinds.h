@@ -10,8 +10,11 @@
 #include <string>
 #include <string_view>
 
+#include "mobiles/mobile_checks.h"
 #include "mobiles/mobile_file.h"
+#include "objects/object_checks.h"
 #include "objects/object_file.h"
+#include "rooms/room_checks.h"
 #include "rooms/room_file.h"
 
 namespace marl {
@@ -29,6 +32,12 @@ struct RoomKind {
         return writeRooms(table, count, zone);
     }
     static Table& table() { return roomTable(); }
+    // What the server refuses or logs of a record.
+    static Findings problems(const Record& room, LineEnd lineEnd) {
+        Findings found;
+        checkRoomTexts(found, room, lineEnd);
+        return found;
+    }
 };
 
 struct MobileKind {
@@ -43,6 +52,11 @@ struct MobileKind {
         return writeMobiles(table, count);
     }
     static Table& table() { return mobileTable(); }
+    static Findings problems(const Record& mobile, LineEnd lineEnd) {
+        Findings found;
+        checkMobileTexts(found, mobile, lineEnd);
+        return found;
+    }
 };
 
 struct ObjectKind {
@@ -57,6 +71,9 @@ struct ObjectKind {
         return writeObjects(table, count);
     }
     static Table& table() { return objectTable(); }
+    static Findings problems(const Record& object, LineEnd lineEnd) {
+        return objectProblems(object, lineEnd);
+    }
 };
 
 // Calls `visit.template operator()<Kind>()` for the three kinds, in menu order

@@ -78,13 +78,15 @@ void FormMobile::buildLayout() {
     left->addWidget(frameOf("textVNum"));
     left->addWidget(selectFrame, 1);
 
-    // Right: the texts, then the numbers two rows of three, then the dice.
+    // Right: the texts, then the numbers in one row (two rows would take the
+    // height a 1024 x 768 screen lacks with some desktops' fonts), then the
+    // dice.
     auto* numbers = new QGridLayout;
     const char* numberOrder[] = {"textLevel", "textAlign", "textGold",
                                  "textTHAC0", "textAC",    "textXP"};
     for (int i = 0; i < 6; ++i)
-        numbers->addWidget(frameOf(numberOrder[i]), i / 3, i % 3);
-    numbers->setColumnStretch(3, 1);
+        numbers->addWidget(frameOf(numberOrder[i]), 0, i);
+    numbers->setColumnStretch(6, 1);
     auto* dice = new QHBoxLayout;
     for (QGroupBox* diceFrame : diceFrames)
         dice->addWidget(diceFrame);

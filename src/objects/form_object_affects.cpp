@@ -6,6 +6,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "objects/object_checks.h"
 #include "objects/object_record.h"
 #include "objects/object_vocabulary.h"
 #include "widgets/column_delegate.h"
@@ -33,7 +34,7 @@ QString countCaption(int line) {
     return QStringLiteral("%1 [%2/%3]")
         .arg(QString::fromLatin1(kObjectAffectsDialog.title))
         .arg(line)
-        .arg(kMaxAffects);
+        .arg(kServerAffects);
 }
 
 } // namespace
@@ -149,7 +150,8 @@ ObjectAffect FormObjectAffects::entry() const {
 
 void FormObjectAffects::refreshStoreButtons() {
     const bool ready = entryReady();
-    buttons_.add->setEnabled(ready && !editing() && count_ < kMaxAffects);
+    // The server refuses to boot an object with a seventh affect.
+    buttons_.add->setEnabled(ready && !editing() && count_ < kServerAffects);
     buttons_.update->setEnabled(ready && editing());
 }
 
@@ -184,7 +186,7 @@ void FormObjectAffects::onEdit() {
 }
 
 void FormObjectAffects::onAdd() {
-    if (!entryReady() || count_ >= kMaxAffects || editing())
+    if (!entryReady() || count_ >= kServerAffects || editing())
         return;
     auto& affects = affectsOf(recordIndex_);
     affects[static_cast<std::size_t>(count_)] = entry();

@@ -1,8 +1,9 @@
-// The object editor's controls: the object list on the left; on the right
-// the object's texts, its three numbers, its type, the effect and wear flags
-// side by side, the dialogs' buttons below them and the commands along the
-// bottom.  The list and the text fields take what the window gains when it
-// grows.
+// The object editor's controls: VNum, the three numbers and the object list
+// on the left; on the right the object's texts (alias and short description
+// side by side), its type, the effect and wear flags side by side, the
+// dialogs' buttons below them and the commands along the bottom.  So laid
+// out it fits a 1024 x 768 screen with the fonts of any desktop.  The list
+// and the text fields take what the window gains when it grows.
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -35,19 +36,15 @@ TypeChoices typeChoices() {
 }
 const TypeChoices kTypeChoices = typeChoices();
 
-// A frame holding a flag grid and, below it on the right, its Clear Bits.
+// A frame holding a flag grid with its Clear Bits in the grid's last cell.
 QGroupBox* flagFrame(QWidget* parent, const char* name, const char* caption, FlagGrid* grid,
                      QPushButton* clear) {
     QGroupBox* box = frame(parent, name, QString::fromLatin1(caption));
     grid->setParent(box);
-    clear->setParent(box);
+    grid->addCorner(clear);
     auto* layout = new QVBoxLayout(box);
     layout->addWidget(grid);
     layout->addStretch();
-    auto* row = new QHBoxLayout;
-    row->addStretch();
-    row->addWidget(clear);
-    layout->addLayout(row);
     return box;
 }
 
@@ -61,20 +58,23 @@ void FormObject::buildLayout() {
                                                kObjectFields.data())];
     };
 
-    // Left: VNum and the object list.
+    // Left: VNum, the numbers and the object list.
     auto* selectFrame = frame(this, kObjectListFrame, QString::fromLatin1(kObjectListFrameCaption));
     listSelect_->setParent(selectFrame);
     auto* selectLayout = new QVBoxLayout(selectFrame);
     selectLayout->addWidget(listSelect_);
     auto* left = new QVBoxLayout;
-    left->addWidget(frameOf("textVNum"));
+    auto* numbers = new QGridLayout;
+    const char* const numberFields[] = {"textVNum", "textWeight", "textCost", "textRPD"};
+    for (int cell = 0; cell < 4; ++cell)
+        numbers->addWidget(frameOf(numberFields[cell]), cell / 2, cell % 2);
+    left->addLayout(numbers);
     left->addWidget(selectFrame, 1);
 
-    // Right: the texts; the numbers; the type; the two flag sets.
-    auto* numbers = new QHBoxLayout;
-    for (const char* control : {"textWeight", "textCost", "textRPD"})
-        numbers->addWidget(frameOf(control));
-    numbers->addStretch();
+    // Right: the texts; the type; the two flag sets.
+    auto* names = new QHBoxLayout;
+    names->addWidget(frameOf("textAlias"));
+    names->addWidget(frameOf("textSDesc"));
 
     auto* typeFrame = frame(this, kObjectTypeFrameControl, QString::fromLatin1(kObjectTypeFrame));
     types_ = new OptionGroup(kTypeChoices, 5, typeFrame);
@@ -82,7 +82,7 @@ void FormObject::buildLayout() {
     typeLayout->addWidget(types_);
 
     effects_ = new FlagGrid(kEffectFlags, 3, this);
-    wears_ = new FlagGrid(kWearFlags, 3, this);
+    wears_ = new FlagGrid(kWearFlags, 3, this, 6);
     buttonClearEBits_ = button(this, "buttonClearEBits", "Clear Bits", 'b');
     buttonClearWBits_ = button(this, "buttonClearWBits", "Clear Bits", 'i');
     auto* flags = new QHBoxLayout;
@@ -97,9 +97,8 @@ void FormObject::buildLayout() {
     auto* dialogs = commandRow({buttonValues_, buttonObjectAffects_, buttonEDescs_, buttonADesc_});
 
     auto* right = new QVBoxLayout;
-    for (const char* control : {"textAlias", "textSDesc", "textLDesc"})
-        right->addWidget(frameOf(control));
-    right->addLayout(numbers);
+    right->addLayout(names);
+    right->addWidget(frameOf("textLDesc"));
     right->addWidget(typeFrame);
     right->addLayout(flags);
     right->addLayout(dialogs);

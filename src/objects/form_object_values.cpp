@@ -7,7 +7,9 @@
 
 #include "objects/form_object_container_state.h"
 #include "objects/form_object_pick_list.h"
+#include "objects/object_checks.h"
 #include "widgets/prompts.h"
+#include "widgets/qt_text.h"
 #include "widgets/vocab_controls.h"
 
 namespace marl {
@@ -45,6 +47,16 @@ void FormObjectValues::ParseValues(int type) {
         }
         if (QCheckBox* box = shown_->boxes[v])
             box->setChecked(object.Values[v] != 0);
+    }
+    // An eternal light shows as one: Eternal checked, its -1 disabled; the
+    // box unchecked brings back the duration the object remembers, if any.
+    if (checkEternal_->parentWidget() == shown_->frame &&
+        object.Values[kEternalValue] == kEternalDuration) {
+        checkEternal_->setChecked(true);
+        savedDuration_.reset();
+        if (object.SavedLightDuration != 0)
+            savedDuration_ = object.SavedLightDuration;
+        focus = checkEternal_;
     }
     if (focus)
         focus->setFocus();
@@ -129,8 +141,23 @@ void FormObjectValues::onDone() {
             return;
         SaveValues();
         tellOwnerStored();
+        warnOfServerChecks();
     }
     finish();
+}
+
+// The server boots an object that fails its checks and logs each failure:
+// the values are stored, and the builder told what the server will log.
+void FormObjectValues::warnOfServerChecks() {
+    ObjectRecord object = objectIn(slot_);
+    object.OType = static_cast<std::int16_t>(type_); // as the editor shows it
+    const Findings found = loggedObjectProblems(object);
+    if (found.empty())
+        return;
+    QString text = QStringLiteral("The server will log this object as it boots:");
+    for (const Finding& finding : found)
+        text += QStringLiteral("\r\n- ") + fromBytes(finding.what);
+    prompts_.tell(text);
 }
 
 // A field that is empty or not a number opens its list on the list's

@@ -61,6 +61,7 @@ private:
     void onPick(std::size_t value);
     void onEternal(bool checked);
 
+    void warnOfServerChecks();
     int slot_ = 0;
     int type_ = 0;
     const ValueGroupDef* group_ = nullptr;

@@ -190,7 +190,7 @@ const std::array<LiquidDef, 16> kLiquids = {{
     {12, "optionCoffee", "Coffee", 6, 1, 0},
     {13, "optionBlood", "Blood", -1, 2, 0},
     {14, "optionSaltWater", "SaltWater", -2, 1, 0},
-    {15, "optionClearWater", "ClearWater", 10, 0, 0},
+    {15, "optionClearWater", "ClearWater", 13, 0, 0},
 }};
 
 std::string liquidColumnLabel(int column, int side) {

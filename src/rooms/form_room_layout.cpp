@@ -60,9 +60,9 @@ void FormRoom::buildLayout() {
     auto* descFrame = frame(this, "frameDesc", "Room Description");
     textDesc_ = named(new TildeTextEdit(descFrame), "textDesc");
     textDesc_->setLineWrapMode(QPlainTextEdit::NoWrap);
-    // Room descriptions are written to lines of under 80 characters; most
-    // fit in 72.
-    textDesc_->setMinimumWidth(widthForColumns(textDesc_, 72) +
+    // Stock room descriptions fill lines of up to 80 characters: all of them
+    // show without scrolling sideways.
+    textDesc_->setMinimumWidth(widthForColumns(textDesc_, 80) +
                                textDesc_->verticalScrollBar()->sizeHint().width());
     textDesc_->setMinimumHeight(QFontMetrics(textDesc_->font()).lineSpacing() * 8 + 12);
     auto* descLayout = new QVBoxLayout(descFrame);

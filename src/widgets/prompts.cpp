@@ -1,5 +1,7 @@
 #include "widgets/prompts.h"
 
+#include <QWidget>
+
 #include <QApplication>
 #include <QMessageBox>
 
@@ -37,6 +39,11 @@ bool MessageBoxPrompts::ask(const QString& text, const QString& title) {
 
 void MessageBoxPrompts::tell(const QString& text, const QString& title) {
     QMessageBox::information(QApplication::activeWindow(), title, shown(text), QMessageBox::Ok);
+}
+
+void tellInWindow(QWidget* widget, const QString& text) {
+    if (auto* window = dynamic_cast<PromptsWindow*>(widget->window()))
+        window->windowPrompts().tell(text);
 }
 
 } // namespace marl

@@ -24,6 +24,18 @@ public:
     virtual void tell(const QString& text, const QString& title = appTitle()) = 0;
 };
 
+// A window whose messages go through a Prompts of its own (the editors and
+// their dialogs): a field inside it tells the builder through them.
+class PromptsWindow {
+public:
+    virtual ~PromptsWindow() = default;
+    virtual Prompts& windowPrompts() = 0;
+};
+
+// Tells `text` through the prompts of the window `widget` is in, when that
+// window has its own.
+void tellInWindow(QWidget* widget, const QString& text);
+
 // The platform's message boxes, over the window that is active.
 class MessageBoxPrompts : public Prompts {
 public:

@@ -1,10 +1,13 @@
 #include "widgets/qt_text.h"
 
-#include <QLineEdit>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMimeData>
+#include <QTextCursor>
 
+#include "widgets/prompts.h"
 #include "world/numeric_rule.h"
+#include "world/server_limits.h"
 
 namespace marl {
 
@@ -54,8 +57,31 @@ bool isTildeSafe(const QString& text) {
     return true;
 }
 
+bool fitsServer(const QString& widgetText) {
+    return fitsServerText(fromWidgetText(widgetText), TextForm::Text, LineEnd::CrLf);
+}
+
+bool refuseTooLong(QWidget* field, qsizetype before, const QString& after) {
+    if (after.size() <= before || fitsServer(after))
+        return false;
+    // A one-line field's filter also sees a text the program shows: one the
+    // server would refuse is shown all the same, and told of.
+    tellInWindow(field, fromBytes(textTooLongMessage()));
+    return true;
+}
+
+TildeTextValidator::TildeTextValidator(QLineEdit* parent) : QValidator(parent) {
+    // Called with the text after an edit; the text before it is the one the
+    // field last showed.
+    connect(parent, &QLineEdit::textChanged, this,
+            [this](const QString& text) { shown_ = text.size(); });
+}
+
 QValidator::State TildeTextValidator::validate(QString& input, int&) const {
-    return isTildeSafe(input) ? Acceptable : Invalid;
+    if (!isTildeSafe(input))
+        return Invalid;
+    auto* field = static_cast<QWidget*>(parent());
+    return refuseTooLong(field, shown_, input) ? Invalid : Acceptable;
 }
 
 void guardTildeText(QLineEdit* edit) {
@@ -68,9 +94,24 @@ TildeTextEdit::TildeTextEdit(QWidget* parent) : QPlainTextEdit(parent) {
     setTabChangesFocus(true);
 }
 
+bool TildeTextEdit::mayInsert(const QString& inserted) {
+    const QString before = toPlainText();
+    const QTextCursor cursor = textCursor();
+    QString after = before;
+    after.replace(cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart(),
+                  inserted);
+    return !refuseTooLong(this, before.size(), after);
+}
+
 void TildeTextEdit::keyPressEvent(QKeyEvent* event) {
     if (!event->text().isEmpty() && !isTildeSafe(event->text())) {
-        event->accept();  // dropped, as a numeric field drops a letter
+        event->accept(); // dropped, as a numeric field drops a letter
+        return;
+    }
+    const bool newLine = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const QString typed = newLine ? QStringLiteral("\n") : event->text();
+    if ((newLine || (!typed.isEmpty() && typed.front().isPrint())) && !mayInsert(typed)) {
+        event->accept();
         return;
     }
     QPlainTextEdit::keyPressEvent(event);
@@ -83,7 +124,8 @@ void TildeTextEdit::insertFromMimeData(const QMimeData* source) {
     for (QChar c : source->text())
         if (c != QLatin1Char('~') && c.unicode() <= 0xff)
             text += c;
-    insertPlainText(text);
+    if (mayInsert(text))
+        insertPlainText(text);
 }
 
 } // namespace marl

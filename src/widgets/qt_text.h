@@ -4,8 +4,8 @@
 // a text widget shows `\n`.
 
 #include <QFont>
-#include <QString>
 #include <QPlainTextEdit>
+#include <QString>
 #include <QValidator>
 #include <string>
 
@@ -37,11 +37,26 @@ private:
 // The filter of texts the file holds as tilde strings: a `~` would end the
 // text early and a character outside the single-byte set cannot be written,
 // so neither can be typed or pasted.
+// It also refuses an edit that makes the text longer than the server reads
+// (fitsServer) and tells the builder so; a longer text the program shows
+// (from a file the server refuses) is shown and told of, and shortening it
+// is never refused.
 class TildeTextValidator : public QValidator {
 public:
-    explicit TildeTextValidator(QObject* parent) : QValidator(parent) {}
+    explicit TildeTextValidator(QLineEdit* parent);
     State validate(QString& input, int& pos) const override;
+
+private:
+    qsizetype shown_ = 0; // the length of the text the field last showed
 };
+
+// Whether a text, as a widget shows it, fits what the server reads of a text
+// however it is written: in CR LF line ends, a line break before its `~`.
+bool fitsServer(const QString& widgetText);
+// Refuses an edit that makes the text longer than `before` characters and
+// too long for the server as `after`, telling the builder through `field`'s
+// window.
+bool refuseTooLong(QWidget* field, qsizetype before, const QString& after);
 
 // Whether a text can be held in a tilde string (no `~`, single-byte only).
 bool isTildeSafe(const QString& text);
@@ -58,6 +73,11 @@ public:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void insertFromMimeData(const QMimeData* source) override;
+
+private:
+    // False, and the builder told, when `inserted` in place of the selection
+    // would make the text too long for the server.
+    bool mayInsert(const QString& inserted);
 };
 
 } // namespace marl

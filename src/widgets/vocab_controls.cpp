@@ -1,5 +1,7 @@
 #include "widgets/vocab_controls.h"
 
+#include <algorithm>
+
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QGridLayout>
@@ -36,11 +38,13 @@ private:
 
 } // namespace
 
-FlagGrid::FlagGrid(std::span<const FlagDef> table, int columns, QWidget* parent)
+FlagGrid::FlagGrid(std::span<const FlagDef> table, int columns, QWidget* parent, int rows)
     : QWidget(parent), table_(table) {
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    const int rows = rowsFor(table.size(), columns);
+    rows = std::max(rows, rowsFor(table.size(), columns));
+    rows_ = rows;
+    columns_ = rowsFor(table.size(), rows);
     for (std::size_t i = 0; i < table.size(); ++i) {
         auto* box = new QCheckBox(QString::fromLatin1(table[i].caption), this);
         box->setObjectName(QString::fromLatin1(table[i].control));
@@ -48,6 +52,14 @@ FlagGrid::FlagGrid(std::span<const FlagDef> table, int columns, QWidget* parent)
         connect(box, &QCheckBox::toggled, this, &FlagGrid::changed);
         boxes_.append(box);
     }
+}
+
+void FlagGrid::addCorner(QWidget* widget) {
+    widget->setParent(this);
+    auto* grid = static_cast<QGridLayout*>(layout());
+    const bool free = static_cast<int>(table_.size()) < rows_ * columns_;
+    grid->addWidget(widget, free ? rows_ - 1 : rows_, columns_ - 1,
+                    Qt::AlignRight | Qt::AlignBottom);
 }
 
 void FlagGrid::setFlagText(std::string_view text) {

@@ -27,7 +27,11 @@ namespace marl {
 class FlagGrid : public QWidget {
     Q_OBJECT
 public:
-    FlagGrid(std::span<const FlagDef> table, int columns, QWidget* parent);
+    // The boxes fill `columns` columns top to bottom, in at least `rows` rows.
+    FlagGrid(std::span<const FlagDef> table, int columns, QWidget* parent, int rows = 0);
+    // `widget` (a Clear Bits) in the bottom cell of the last column, where
+    // the boxes leave it free; below the boxes where they do not.
+    void addCorner(QWidget* widget);
 
     // Shows a record's flag text; nothing counts as the builder's change.
     void setFlagText(std::string_view text);
@@ -45,6 +49,8 @@ private:
     std::span<const FlagDef> table_;
     QList<QCheckBox*> boxes_;
     FlagBits unboxed_ = 0;
+    int rows_ = 1;
+    int columns_ = 1;
 };
 
 // One option per table entry, filled column by column.  A number no option

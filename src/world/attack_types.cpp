@@ -2,10 +2,10 @@
 
 namespace marl {
 
-// Captions kept word for word, "string/stings" for attack type 1 included.
+// The verbs of the server's own table, singular and plural.
 const std::array<AttackTypeDef, 15> kAttackTypes = {{
     {0, "optionHit", "optionBHAHit", "hit/hits"},
-    {1, "optionSting", "optionBHASting", "string/stings"},
+    {1, "optionSting", "optionBHASting", "sting/stings"},
     {2, "optionWhip", "optionBHAWhip", "whip/whips"},
     {3, "optionSlash", "optionBHASlash", "slash/slashes"},
     {4, "optionBite", "optionBHABite", "bite/bites"},

@@ -28,6 +28,19 @@ bool fail(std::string& error, int code) {
     return false;
 }
 
+// A folder that will not take the new file (read-only, or not the
+// builder's to write in) is named as what refuses the save: the file itself
+// would have taken it.
+bool failNewFile(std::string& error, int code, const fs::path& target) {
+    error = reason(code);
+    if (code == EACCES || code == EPERM || code == EROFS) {
+        const fs::path folder = target.parent_path();
+        error = "the folder " + (folder.empty() ? std::string(".") : folder.string()) +
+                " refuses the save (" + error + ")";
+    }
+    return false;
+}
+
 #ifdef _WIN32
 
 // Windows has no pipes or devices among ordinary paths, no owners a program
@@ -284,7 +297,7 @@ bool replaceFile(const fs::path& target, bool exists, std::string_view bytes, st
         temp = tempName(target);
         fd = createNew(temp);
         if (fd < 0 && (errno != EEXIST || attempt == 100))
-            return fail(error, errno);
+            return failNewFile(error, errno, target);
     }
     bool ok = writeAll(fd, bytes, error) && keepOwnerAndMode(fd, exists ? &old : nullptr, error);
     if (ok) {

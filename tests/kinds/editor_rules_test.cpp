@@ -65,8 +65,9 @@ QList<EditorCase> cases() {
            "textDesc:type:Red.", "buttonAdd:click", "buttonDone:click"},
           {"buttonADesc:click", ">formObjectActionDesc", "textDesc:type:Zap.", "buttonDone:click"},
           // After New the window shows "Other", which has no values.
-          {"optionPotion:click", "buttonValues:click", ">formObjectValues",
-           "textScrollPotionLevel:erase", "textScrollPotionLevel:type:7", "buttonDone:click"},
+          // Money: a new potion's spells of 0 are what the server logs.
+          {"optionMoney:click", "buttonValues:click", ">formObjectValues",
+           "textMoneyAmount:erase", "textMoneyAmount:type:7", "buttonDone:click"},
           {"buttonObjectAffects:click", ">formObjectAffects", "optionDex:click",
            "textValue:type:3", "buttonAdd:click", "buttonDone:click"}}}};
 }

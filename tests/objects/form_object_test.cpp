@@ -115,6 +115,17 @@ void FormObjectTest::editor_data() {
         ">formObjectActionDesc", "textDesc:type:Swish.\nSwoosh.", done, back, stored, "yes",
         "buttonSave:click", "?bytes=" + QString(smallBytes).replace("lies here.~/~/",
                                                                       "lies here.~/Swish./Swoosh.~/")});
+    // A line of 8173 characters fills what the server reads of a text
+    // (in pieces of 511, each a byte longer read, and a line end).
+    std::string longAlias = small;
+    longAlias.replace(longAlias.find("sword long"), 10, std::string(8168, 'a'));
+    row("a text field refuses text past the server's limit and says so", longAlias,
+        {"ok", "textAlias:type:bcdefg",
+         "?said=Marl - Marlstone: The text would be too "
+         "long for the server: it reads at most 8191 bytes of a text (line ends included) and "
+         "refuses to boot a zone with a longer one.",
+         "?textAlias=bcdef" + QString(8168, 'a')});
+
 }
 
 void FormObjectTest::editor() {
@@ -138,10 +149,10 @@ void FormObjectTest::values_data() {
     // What each type opens, values out of a field's range as they stand.
     row("light", 1, "0 0 24 0", {"?title=Object Values, frameLight, textLightDuration=24, "
         "checkEternal=-, !frameMoney, !textMoneyAmount, focus=textLightDuration"});
-    row("scroll: spell 201 shown and kept through another edit", 2, "12 201 0 -1",
+    row("scroll: spell 201 shown and kept through another edit", 2, "12 201 -1 -1",
         {"?frameScrollPotion, textScrollPotionS1=201, textScrollPotionS3=-1, !frameWeapon, "
          "!textWeaponNumD=", "textScrollPotionLevel:erase", "textScrollPotionLevel:type:5", done,
-         closed + ", calls=1, values=5 201 0 -1"});
+         closed + ", calls=1, values=5 201 -1 -1"});
     row("type 11 enables no group, Done stores nothing", 11, "1 2 3 4", {"?!frameLight, "
         "!frameScrollPotion, !frameWandStaff, !frameWeapon, !frameArmor, !frameContainer, "
         "!frameDrinkConFountain, !frameFood, !frameMoney, buttonDone", done,
@@ -150,9 +161,12 @@ void FormObjectTest::values_data() {
     // Done stores the group when something changed, and only then.
     row("weapon: die size changed", 5, "0 2 6 3", {"textWeaponSizeD:erase",
         "textWeaponSizeD:type:8", done, closed + ", calls=1, values=0 2 8 3"});
-    row("drink container: any value but 0 is poisoned, stored as -1", 17, "10 5 7 1",
-        {"?checkDrinkConFountainPoisoned=x", "textDrinkConFountainRemaining:type:0", done,
-         "?values=10 50 7 -1"});
+    // What the server logs as it boots is told, and stored all the same.
+    row("drink container: any value but 0 is poisoned, stored as -1; more than it holds told", 17,
+        "10 5 7 1", {"?checkDrinkConFountainPoisoned=x", "textDrinkConFountainRemaining:type:0", "ok",
+         done, "?values=10 50 7 -1, said=Marl - Marlstone: The server will log this object as it "
+         "boots:\r\n- the last alias of a drink container is not a drink (\"\")\r\n- holds 50 "
+         "while its capacity is 10"});
     row("eternal checked stores -1 and remembers the duration", 1, "0 0 24 0",
         {"checkEternal:click", "?!textLightDuration=-1, changed=x", done,
          closed + ", values=0 0 -1 0, saved=24"});

@@ -49,6 +49,16 @@ private slots:
         put("30.obj", "#1|a~|b~|c~|~|1 0 a|0 0 0 0|0 0 0|A|1 2|$", "\r\n");
         put("order.mob", QString(mobile).replace("#1", "#2") + mobile + "$");
         put("33.wld", QString(room).replace("|7 0 1", "|* warm|7 0 1"));
+        // What the server refuses: a seventh affect, a text of 8192 bytes as it
+        // reads it (99 lines of 80 and one of 72, each line a byte longer read);
+        // one below each passes.  And what it only logs.
+        const QString affect = "A|1 2|";
+        put("affects.obj", "#1|a~|b~|c~|~|1 0 a|0 0 0 0|0 0 0|" + affect.repeated(6) +
+                               "#2|a~|b~|c~|~|1 0 a|0 0 0 0|0 0 0|" + affect.repeated(7) + "$");
+        const QString lines = QString(80, 'x').append('|').repeated(99);
+        put("long.wld", "#3001|A~|" + lines + QString(71, 'y') + "|~|7 0 1|S|#3002|B~|" + lines +
+                            QString(72, 'y') + "|~|7 0 1|S|$");
+        put("logged.obj", "#1|flask water~|b~|c~|~|17 0 a|5 9 0 0|1 0 -2|$");
         put("neg.wld", QString(room).replace("#3001", "#-5"));
         put("mac.wld", room, "\r");
         QDir(out_.path()).removeRecursively();
@@ -78,10 +88,22 @@ private slots:
         // The server only logs records out of number order; the editor shows
         // a line the server passes over inside a record only when told.
         QTest::newRow("out of order, and what the editor cannot show") << "order.mob 33.wld" << 0
-            << "order.mob: 2 mobiles|order.mob:10: #1 is out of number order (after #2)|33.wld: 1 room|"
+            << "order.mob: 2 mobiles|order.mob:10: #1 is out of number order (after #2) (the server logs it)|33.wld: 1 room|"
                "33.wld:5: #3001 holds an empty or \"*\" line*" << "" << none;
         QTest::newRow("out of order, strict") << "--strict order.mob" << 1
-            << "order.mob: 2 mobiles|order.mob:10: #1 is out of number order (after #2)" << "" << none;
+            << "order.mob: 2 mobiles|order.mob:10: #1 is out of number order (after #2) (the server logs it)" << "" << none;
+        QTest::newRow("more than six affects stop the boot") << "affects.obj" << 1
+            << "affects.obj: 2 objects|affects.obj:21: object 2: 7 affects; the server takes at most 6 "
+               "(the server stops booting)" << "" << QStringList{};
+        QTest::newRow("a text past the server's limit stops the boot") << "long.wld" << 1
+            << "long.wld: 2 rooms|long.wld:106: room 3002: the description is 8192 bytes as the server "
+               "reads it; it reads at most 8191 (the server stops booting)" << "" << QStringList{};
+        QTest::newRow("what the server only logs") << "logged.obj" << 0
+            << "logged.obj: 1 object|logged.obj:1: object 1: negative rent per day (-2) (the server logs "
+               "it)|logged.obj:1: object 1: holds 9 while its capacity is 5 (the server logs it)" << ""
+            << QStringList{};
+        QTest::newRow("what the server only logs, strict") << "--strict logged.obj" << 1
+            << "logged.obj: 1 object*" << "" << QStringList{};
         QTest::newRow("rewrite") << "--rewrite OUT 030.wld 30.mob" << 0
             << "030.wld: 1 room, written to OUT/030.wld|30.mob: 2 mobiles, written to OUT/30.mob" << ""
             << QStringList{"030.wld", "30.mob"};

@@ -7,6 +7,8 @@
 
 #include <QRegularExpression>
 
+#include "objects/object_values.h"
+#include "world/attack_types.h"
 #include "world/dice.h"
 #include "world/numeric_rule.h"
 #include "world/vocabulary.h"
@@ -52,6 +54,31 @@ template <typename Kind> QString readHeader(const std::string& file, int record 
 class FormatTest : public QObject {
     Q_OBJECT
 private slots:
+    // The tables the server keeps itself, as its sources have them: a row of
+    // its table there (the first rows of that form in the file) and ours.
+    void asTheServerHasThem_data() {
+        columns<QString, QString, QStringList>({"file", "row", "ours"});
+        QStringList verbs, drinks;
+        for (const AttackTypeDef& type : kAttackTypes)
+            verbs << QString::fromLatin1(type.caption);
+        for (const LiquidDef& liquid : kLiquids) // drunkenness, hunger, thirst
+            drinks << QStringLiteral("%1/%2/%3").arg(liquid.drunk).arg(liquid.fill).arg(liquid.thirst);
+        QTest::newRow("attack verbs") << "fight.c" << R"re(\{"(\w+)", "(\w+)"\})re" << verbs;
+        QTest::newRow("effects of drinks") << "constants.c" << R"(\{(-?\d+), (-?\d+), (-?\d+)\})" << drinks;
+    }
+    void asTheServerHasThem() {
+        QFETCH(QString, file);
+        QFETCH(QString, row);
+        QFETCH(QStringList, ours);
+        QFile source(QStringLiteral(MARL_CORPUS_DIR "/../server/circle/src/") + file);
+        if (!source.open(QIODevice::ReadOnly))
+            QSKIP("the server's sources are not beside the project");
+        QStringList theirs;
+        for (const QRegularExpressionMatch& match :
+             QRegularExpression(row).globalMatch(QString::fromLatin1(source.readAll())))
+            theirs << match.capturedTexts().mid(1).join('/');
+        QCOMPARE(theirs.mid(0, ours.size()), ours);
+    }
     void stockFiles_data() {
         QTest::addColumn<QString>("path");
         for (const char* extension : {".wld", ".mob", ".obj"})
