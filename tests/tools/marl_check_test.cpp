@@ -65,6 +65,10 @@ void MarlCheckTest::init() {
     put("31.mob", QString(mobile).replace("0 0|8", "5OO 0|8") + "$");
     put("30.obj", "#1|a~|b~|c~|~|1 0 a|0 0 0 0|0 0 0|A|1 2|$", "\r\n");
     put("notes.txt", "hello");
+    const QString zone = "#30|Zone~|3000 3099 15 2|* wizard|M 0 3000 1 3001 wizard|S|$";
+    put("30.zon", zone);
+    put("31.zon", QString(zone).replace("3000 3099", "3100 3099"));
+    put("32.zon", QString(zone).replace("3000 3099", "3099"));
     QDir(dir_.path()).mkpath("sub.wld");
     QDir(dir_.path()).mkpath("other");
     put("other/30.wld", room);
@@ -90,6 +94,12 @@ void MarlCheckTest::runs_data() {
     // clang-format off
     QTest::newRow("one of each kind") << "30.wld 30.mob 30.obj" << 0
         << "30.wld: 1 room|30.mob: 2 mobiles|30.obj: 1 object" << "" << QStringList{};
+    QTest::newRow("zone files: commands, the line refused, an older header") << "30.zon 31.zon 32.zon" << 1
+        << "30.zon: 2 commands|31.zon:3: the bottom VNum 3100 is above the top VNum 3099|32.zon: 2 commands|"
+           "32.zon:3: three numbers, without the bottom VNum (an older file): kept as they are, though "
+           "this server reads four" << "" << QStringList{};
+    QTest::newRow("rewrite a zone file") << "--rewrite OUT 30.zon" << 0
+        << "30.zon: 2 commands, written to OUT/30.zon" << "" << QStringList{"30.zon"};
     QTest::newRow("a name without a zone is checked") << "castle.wld" << 0 << "castle.wld: 1 room" << ""
         << QStringList{};
     QTest::newRow("a refused file: its line and what was expected") << "31.mob 30.obj" << 1
@@ -104,7 +114,7 @@ void MarlCheckTest::runs_data() {
     QTest::newRow("what the editor cannot show: told after the count") << "33.wld" << 0
         << "33.wld: 1 room|33.wld:5: #3001 holds an empty or \"*\" line*" << "" << QStringList{};
     QTest::newRow("unknown extension") << "notes.txt" << 1
-        << "notes.txt: not a zone file: the name must end in .wld, .mob or .obj" << "" << QStringList{};
+        << "notes.txt: not a zone file: the name must end in .wld, .mob, .obj or .zon" << "" << QStringList{};
     QTest::newRow("missing file") << "32.wld" << 1
         << "32.wld: cannot read the file: No such file or directory" << "" << QStringList{};
     QTest::newRow("a folder") << "sub.wld" << 1 << "sub.wld: cannot read the file: Is a directory" << ""
@@ -147,7 +157,7 @@ void MarlCheckTest::runs_data() {
     QTest::newRow("rewrite into a regular file") << "--rewrite 30.mob 30.wld" << 2 << ""
         << "--rewrite needs an existing folder, not '30.mob'" << QStringList{};
     QTest::newRow("a file named like an option after --") << "-- --help" << 1
-        << "--help: not a zone file: the name must end in .wld, .mob or .obj" << "" << QStringList{};
+        << "--help: not a zone file: the name must end in .wld, .mob, .obj or .zon" << "" << QStringList{};
     // clang-format on
 }
 
@@ -176,7 +186,7 @@ void MarlCheckTest::runs() {
 
 void MarlCheckTest::wholeCorpus() {
     QStringList files;
-    for (const char* extension : {".wld", ".mob", ".obj"})
+    for (const char* extension : {".wld", ".mob", ".obj", ".zon"})
         files += test::corpusFiles(QString::fromLatin1(extension));
     if (files.isEmpty())
         QSKIP("the server's stock zone files are not at ../shared/corpus");

@@ -14,6 +14,7 @@
 #include "world/record_compare.h"
 #include "world/zone.h"
 #include "world/zone_file.h"
+#include "zones/zone_reset_file.h"
 
 namespace marl::test {
 
@@ -98,6 +99,13 @@ inline std::string rewritten(const QString& path, int* count = nullptr) {
     const std::string bytes = readBytes(path);
     const QString name = QFileInfo(path).fileName();
     std::string text;
+    if (name.endsWith(QLatin1String(".zon"))) { // a zone's reset commands
+        ZoneRecord zone;
+        const int read = readZone(bytes, zone);
+        if (count)
+            *count = read;
+        return writeZone(zone);
+    }
     byExtension(name, [&]<typename Kind>() {
         auto table = std::make_unique<typename Kind::Table>();
         const int read = Kind::read(bytes, *table);
