@@ -20,11 +20,11 @@ namespace marl {
 inline constexpr char kComment = '*';
 
 struct ZoneCommand {
-    char Command = kComment;   // M O G E P D R, or kComment
-    std::int32_t IfFlag = 0;   // 1: only if the command before it ran
-    std::int32_t Arg1 = 0;     // the mobile, object or room
-    std::int32_t Arg2 = 0;     // max existing, direction, or the object R removes
-    std::int32_t Arg3 = 0;     // room, wear position, container or door state (not G, R)
+    char Command = kComment; // M O G E P D R, or kComment
+    std::int32_t IfFlag = 0; // 1: only if the command before it ran
+    std::int32_t Arg1 = 0;   // the mobile, object or room
+    std::int32_t Arg2 = 0;   // max existing, direction, or the object R removes
+    std::int32_t Arg3 = 0;   // room, wear position, container or door state (not G, R)
     // What follows the numbers on the line, blanks before it included (stock
     // files name the record there); for a comment line, the whole line.
     std::string Comment;
@@ -35,8 +35,7 @@ struct ZoneCommand {
 // Whether a command letter takes three numbers (the if-flag and two) rather
 // than four.
 inline bool hasThreeArgs(char command) {
-    return command != 'M' && command != 'O' && command != 'E' && command != 'P' &&
-           command != 'D';
+    return command != 'M' && command != 'O' && command != 'E' && command != 'P' && command != 'D';
 }
 
 struct ZoneRecord {

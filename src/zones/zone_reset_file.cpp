@@ -63,18 +63,28 @@ constexpr std::string_view kEnd = "the end of the reset commands, a line \"S\"";
 
 std::string_view commandShape(char command) {
     switch (command) {
-    case 'M': return "the command \"M <if-flag> <mobile> <max existing> <room>\"";
-    case 'O': return "the command \"O <if-flag> <object> <max existing> <room>\"";
-    case 'G': return "the command \"G <if-flag> <object> <max existing>\"";
-    case 'E': return "the command \"E <if-flag> <object> <max existing> <wear position>\"";
-    case 'P': return "the command \"P <if-flag> <object> <max existing> <container>\"";
-    case 'D': return "the command \"D <if-flag> <room> <direction> <state>\"";
-    case 'R': return "the command \"R <if-flag> <room> <object>\"";
-    default: return "a command \"<letter> <if-flag> <number> <number>\"";
+    case 'M':
+        return "the command \"M <if-flag> <mobile> <max existing> <room>\"";
+    case 'O':
+        return "the command \"O <if-flag> <object> <max existing> <room>\"";
+    case 'G':
+        return "the command \"G <if-flag> <object> <max existing>\"";
+    case 'E':
+        return "the command \"E <if-flag> <object> <max existing> <wear position>\"";
+    case 'P':
+        return "the command \"P <if-flag> <object> <max existing> <container>\"";
+    case 'D':
+        return "the command \"D <if-flag> <room> <direction> <state>\"";
+    case 'R':
+        return "the command \"R <if-flag> <room> <object>\"";
+    default:
+        return "a command \"<letter> <if-flag> <number> <number>\"";
     }
 }
 
-std::string_view eolOf(LineEnd lineEnd) { return lineEnd == LineEnd::CrLf ? "\r\n" : "\n"; }
+std::string_view eolOf(LineEnd lineEnd) {
+    return lineEnd == LineEnd::CrLf ? "\r\n" : "\n";
+}
 
 } // namespace
 
@@ -162,7 +172,8 @@ int readZone(std::string_view bytes, ZoneRecord& zone) {
         while (!skipped && !text.empty() && isBlank(text.front()))
             text.remove_prefix(1);
         if (!skipped && text.empty())
-            throw FormatError(number, "a command, a \"*\" comment or the end \"S\", not blanks alone");
+            throw FormatError(number,
+                              "a command, a \"*\" comment or the end \"S\", not blanks alone");
         if (skipped || text.front() == kComment) {
             entry.Comment = std::move(wholeText);
             zone.Commands.push_back(std::move(entry));

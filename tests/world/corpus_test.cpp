@@ -277,7 +277,8 @@ int serverCommandCount(const std::string& bytes) {
     static const QRegularExpression header(QStringLiteral("^[^*\\r\\n].*\\n.*\\n.*\\n"));
     const QString text = QString::fromLatin1(bytes);
     int count = 0;
-    for (auto it = line.globalMatch(text, header.match(text).capturedEnd()); it.hasNext(); it.next())
+    for (auto it = line.globalMatch(text, header.match(text).capturedEnd()); it.hasNext();
+         it.next())
         ++count;
     return count;
 }
@@ -288,24 +289,28 @@ void CorpusTest::zoneFiles() {
     QFETCH(QString, path);
     if (!QFileInfo(path).isFile())
         QSKIP(qPrintable(path));
-    const std::string bytes = test::readBytes(path);
-    ZoneRecord zone;
-    QCOMPARE(readZone(bytes, zone), serverCommandCount(bytes));
-    QVERIFY2(writeZone(zone) == bytes, "not written back byte for byte");
-    std::size_t start = zone.Source.size();
-    for (ZoneCommand& command : zone.Commands) {
-        const ZoneCommand before = command;
-        command.Source.clear();
-        command.Arg1 += command.Command != kComment;
-        const std::string line = commandLine(command) + '\n';
-        std::string expected = bytes;
-        expected.replace(start, before.Source.size(), line);
-        QCOMPARE(QString::fromLatin1(writeZone(zone)), QString::fromLatin1(expected));
-        ZoneRecord again;
-        QCOMPARE(readZone(expected, again), serverCommandCount(bytes));
-        QVERIFY(sameFields(again, zone));
-        command = before;
-        start += before.Source.size();
+    const std::string stock = test::readBytes(path);
+    // The same with CR LF line ends: a changed command ends as the file's lines.
+    for (const std::string& bytes : {stock, withCrLf(stock)}) {
+        const std::string eol = bytes == stock ? "\n" : "\r\n";
+        ZoneRecord zone;
+        QCOMPARE(readZone(bytes, zone), serverCommandCount(bytes));
+        QVERIFY2(writeZone(zone) == bytes, "not written back byte for byte");
+        std::size_t start = zone.Source.size();
+        for (ZoneCommand& command : zone.Commands) {
+            const ZoneCommand before = command;
+            command.Source.clear();
+            command.Arg1 += command.Command != kComment;
+            const std::string line = commandLine(command) + eol;
+            std::string expected = bytes;
+            expected.replace(start, before.Source.size(), line);
+            QCOMPARE(QString::fromLatin1(writeZone(zone)), QString::fromLatin1(expected));
+            ZoneRecord again;
+            QCOMPARE(readZone(expected, again), serverCommandCount(bytes));
+            QVERIFY(sameFields(again, zone));
+            command = before;
+            start += before.Source.size();
+        }
     }
 }
 
@@ -356,7 +361,8 @@ void CorpusTest::zoneEdits() {
     const std::string stock = test::readBytes(path);
     const std::size_t at = stock.find(from.toStdString());
     QVERIFY(at != std::string::npos);
-    const std::string bytes = std::string(stock).replace(at, std::size_t(from.size()), to.toStdString());
+    const std::string bytes =
+        std::string(stock).replace(at, std::size_t(from.size()), to.toStdString());
     ZoneRecord zone;
     QString result;
     try {
@@ -404,13 +410,16 @@ void CorpusTest::zoneSaveRefusals() {
     QFETCH(QString, command);
     QFETCH(QString, refused);
     ZoneRecord zone;
-    QCOMPARE(readZone(test::lines("#30|Zone~|3000 3099 15 2|" + command.left(200) + "|S|$", "\n"), zone), 2);
+    QCOMPARE(
+        readZone(test::lines("#30|Zone~|3000 3099 15 2|" + command.left(200) + "|S|$", "\n"), zone),
+        2);
     zone.Name = name.toStdString();
     zone.Bottom = bottom;
     zone.Commands[0].Comment += command.mid(200).toStdString();
     QStringList problems;
     for (const ZoneProblem& problem : checkZone(zone))
-        problems << QString("%1: %2").arg(problem.line).arg(QString::fromStdString(problem.problem));
+        problems
+            << QString("%1: %2").arg(problem.line).arg(QString::fromStdString(problem.problem));
     QCOMPARE(problems.join('|'), refused);
 }
 

@@ -88,8 +88,9 @@ using Objects = Kind<ObjectKind>;
 // Calls `check.template operator()<Kind>()` with the kind of a file name's
 // extension (.wld, .mob, .obj).
 template <typename Check> void byExtension(const QString& name, Check check) {
-    const bool known = withZoneKind(QFileInfo(name).suffix().prepend('.').toStdString(),
-                                    [&]<typename Base>() { check.template operator()<Kind<Base>>(); });
+    const bool known =
+        withZoneKind(QFileInfo(name).suffix().prepend('.').toStdString(),
+                     [&]<typename Base>() { check.template operator()<Kind<Base>>(); });
     QVERIFY2(known, qPrintable(name));
 }
 
