@@ -21,6 +21,7 @@
 #include "kinds/zone_kinds.h"
 #include "world/zone.h"
 #include "world/zone_file.h"
+#include "zones/zone_reset_file.h"
 
 namespace fs = std::filesystem;
 using namespace marl;
@@ -31,12 +32,13 @@ constexpr const char* kUsage =
     "Usage: marl-check [--strict] [--rewrite DIR] FILE...\n"
     "Checks CircleMUD zone files the way the Marl editor reads them.\n"
     "\n"
-    "Each FILE is read by its extension: .wld (rooms), .mob (mobiles) or .obj\n"
-    "(objects).  For a file that reads, marl-check prints \"FILE: N rooms\" (or\n"
-    "mobiles, objects); for one that does not, \"FILE:LINE: expected ...\", the\n"
-    "line and what the reader expected there.  What a file that reads holds\n"
-    "beyond what the editor can show (kept as the file has it) follows its\n"
-    "line, one \"FILE:LINE: what\" each.\n"
+    "Each FILE is read by its extension: .wld (rooms), .mob (mobiles), .obj\n"
+    "(objects) or .zon (a zone's reset commands).  For a file that reads,\n"
+    "marl-check prints \"FILE: N rooms\" (or mobiles, objects, commands, comment\n"
+    "lines not counted); for one that does not, \"FILE:LINE: expected ...\" or\n"
+    "what the server refuses there.  What a file that reads holds beyond what\n"
+    "the editor can show (kept as the file has it) follows its line, one\n"
+    "\"FILE:LINE: what\" each.\n"
     "\n"
     "A file that reads may have findings the server only logs, each on a line\n"
     "\"FILE:LINE: what is wrong\" at a line of the record at fault: records out\n"
@@ -55,7 +57,8 @@ constexpr const char* kUsage =
     "  --rewrite DIR  also write each file that reads into the folder DIR, under\n"
     "                 its own name, exactly as the editor's Save would write it.\n"
     "                 The zone number comes from the file name (30.wld is zone\n"
-    "                 30); a name that does not begin with a number is refused.\n"
+    "                 30); a name that does not begin with a number is refused\n"
+    "                 (a .zon file holds its own).\n"
     "                 An existing file in DIR is replaced only once the new one\n"
     "                 is completely written.  Two FILEs of the same name would\n"
     "                 overwrite each other there: they are refused.\n"
@@ -160,11 +163,42 @@ Result checkFile(const std::string& shown, const fs::path& path, std::int32_t zo
     return {line + notes, true, std::move(found)};
 }
 
+// A zone's reset commands: the whole file is one record, so it stands
+// beside the kinds' tables.
+Result checkZoneFile(const std::string& shown, const fs::path& path, const fs::path* rewrite) {
+    std::string bytes;
+    std::string error;
+    if (!readZoneFile(path, bytes, error))
+        return {shown + ": cannot read the file: " + error};
+    ZoneRecord zone;
+    int count = 0;
+    try {
+        count = readZone(bytes, zone);
+    } catch (const FormatError& refused) {
+        return {shown + ':' + std::to_string(refused.line()) + ": " + refused.problem()};
+    }
+    std::string line = shown + ": " + plural(count, "command", "commands");
+    std::string note;
+    if (zone.NoBottom)
+        note = '\n' + shown + ':' + std::to_string(zone.numbersLine) +
+               ": three numbers, without the bottom VNum (an older file): kept as they are, "
+               "though this server reads four";
+    if (rewrite) {
+        const fs::path target = *rewrite / path.filename();
+        if (!writeZoneFile(target, writeZone(zone), error))
+            return {line + "; cannot write " + target.string() + ": " + error};
+        line += ", written to " + target.string();
+    }
+    return {line + note, true};
+}
+
 Result checkOne(const std::string& shown, const fs::path* rewrite) {
     const fs::path path(shown);
     const std::string extension = path.extension().string();
+    if (extension == ".zon")
+        return checkZoneFile(shown, path, rewrite);
     const std::optional<std::int32_t> zone = zoneFromFileName(path.filename().string());
-    Result result{shown + ": not a zone file: the name must end in .wld, .mob or .obj"};
+    Result result{shown + ": not a zone file: the name must end in .wld, .mob, .obj or .zon"};
     withZoneKind(extension, [&]<typename Kind>() {
         if (rewrite && !zone)
             result.line = shown + ": the name does not begin with a zone number (such as 30" +

@@ -59,6 +59,10 @@ private slots:
         put("long.wld", "#3001|A~|" + lines + QString(71, 'y') + "|~|7 0 1|S|#3002|B~|" + lines +
                             QString(72, 'y') + "|~|7 0 1|S|$");
         put("logged.obj", "#1|flask water~|b~|c~|~|17 0 a|5 9 0 0|1 0 -2|$");
+        const QString zone = "#30|Zone~|3000 3099 15 2|* wizard|M 0 3000 1 3001 wizard|S|$";
+        put("30.zon", zone);
+        put("31.zon", QString(zone).replace("3000 3099", "3100 3099"));
+        put("32.zon", QString(zone).replace("3000 3099", "3099"));
         put("neg.wld", QString(room).replace("#3001", "#-5"));
         put("mac.wld", room, "\r");
         QDir(out_.path()).removeRecursively();
@@ -81,7 +85,7 @@ private slots:
             << "30.wld: 1 room|30.mob: 2 mobiles|30.obj: 1 object|castle.wld: 1 room" << "" << none;
         QTest::newRow("refused, missing, not a zone file, a pipe") << "31.mob 32.wld notes.txt pipe.wld neg.wld mac.wld" << 1
             << "31.mob:8: expected the gold line \"<gold> <xp>\"|32.wld: cannot read the file: No such file or directory|"
-               "notes.txt: not a zone file: the name must end in .wld, .mob or .obj|"
+               "notes.txt: not a zone file: the name must end in .wld, .mob, .obj or .zon|"
                "pipe.wld: cannot read the file: not a regular file but a named pipe (FIFO)|"
                "neg.wld:1: -5: a vnum cannot be negative|mac.wld:1: the line ends are not understood: lines end in CR "
                "alone (an old Mac file); save it with LF or CR LF line ends" << "" << none;
@@ -104,6 +108,12 @@ private slots:
             << QStringList{};
         QTest::newRow("what the server only logs, strict") << "--strict logged.obj" << 1
             << "logged.obj: 1 object*" << "" << QStringList{};
+        QTest::newRow("zone files: commands, the line refused, an older header") << "30.zon 31.zon 32.zon" << 1
+            << "30.zon: 2 commands|31.zon:3: the bottom VNum 3100 is above the top VNum 3099|32.zon: 2 commands|"
+               "32.zon:3: three numbers, without the bottom VNum (an older file): kept as they are, though "
+               "this server reads four" << "" << QStringList{};
+        QTest::newRow("rewrite a zone file") << "--rewrite OUT 30.zon" << 0
+            << "30.zon: 2 commands, written to OUT/30.zon" << "" << QStringList{"30.zon"};
         QTest::newRow("rewrite") << "--rewrite OUT 030.wld 30.mob" << 0
             << "030.wld: 1 room, written to OUT/030.wld|30.mob: 2 mobiles, written to OUT/30.mob" << ""
             << QStringList{"030.wld", "30.mob"};
@@ -119,7 +129,7 @@ private slots:
         QTest::newRow("unknown option") << "--fix 30.wld" << 2 << "" << "marl-check: unknown option --fix" << none;
         QTest::newRow("rewrite without a folder") << "30.wld --rewrite" << 2 << "" << "--rewrite needs a folder" << none;
         QTest::newRow("a name like an option after --") << "-- --help" << 1
-            << "--help: not a zone file: the name must end in .wld, .mob or .obj" << "" << none;
+            << "--help: not a zone file: the name must end in .wld, .mob, .obj or .zon" << "" << none;
         // clang-format on
     }
 

@@ -4,6 +4,7 @@
 #include "test_main.h"
 
 #include "zone_files.h"
+#include "zones/zone_reset_file.h"
 
 #include <QProcess>
 #include <QRegularExpression>
@@ -20,6 +21,19 @@ int headerLines(const std::string& bytes) {
     for (auto it = header.globalMatch(QString::fromLatin1(bytes)); it.hasNext(); it.next())
         ++count;
     return count;
+}
+
+std::string withCrLf(const std::string& lf) {
+    return QByteArray::fromStdString(lf).replace("\n", "\r\n").toStdString();
+}
+
+void zoneFileRows(const QString& dir, const QString& none, const QStringList& patterns) {
+    QTest::addColumn<QString>("path");
+    const QFileInfoList files = QDir(dir).entryInfoList(patterns, QDir::Files, QDir::Name);
+    if (files.isEmpty())
+        QTest::newRow("none") << none;
+    for (const QFileInfo& info : files)
+        QTest::newRow(qPrintable(info.fileName())) << info.absoluteFilePath();
 }
 
 // The SYSERR lines of the server booted on the stock zone files with `file`
@@ -54,6 +68,15 @@ class CorpusTest : public QObject {
 private slots:
     void handEdits_data();
     void handEdits();
+    void zoneFiles_data() {
+        zoneFileRows(test::corpusDir(), "the server's stock zone files are not at ../shared/corpus",
+                     QStringList{"*.zon"});
+    }
+    void zoneFiles();
+    void zoneEdits_data();
+    void zoneEdits();
+    void zoneSaveRefusals_data();
+    void zoneSaveRefusals();
 };
 
 // Hand edits of stock files that the server boots without a new SYSERR:
@@ -150,6 +173,161 @@ void CorpusTest::handEdits() {
     static const std::optional<QStringList> stockErrors = bootErrors(file, stock);
     if (stockErrors)
         QCOMPARE(bootErrors(file, bytes), stockErrors);
+}
+
+// The lines the server counts as commands before it reads them: after the
+// first three lines it reads, those that begin with a command letter and a
+// blank, or are `S` alone.
+int serverCommandCount(const std::string& bytes) {
+    static const QRegularExpression line(QStringLiteral("^([MOPGERD] .*|S\\r*)$"),
+                                         QRegularExpression::MultilineOption);
+    static const QRegularExpression header(QStringLiteral("^[^*\\r\\n].*\\n.*\\n.*\\n"));
+    const QString text = QString::fromLatin1(bytes);
+    int count = 0;
+    for (auto it = line.globalMatch(text, header.match(text).capturedEnd()); it.hasNext();
+         it.next())
+        ++count;
+    return count;
+}
+
+// Each stock zone file reads with the server's count and is written back
+// byte for byte; each command changed in turn writes only its own line.
+void CorpusTest::zoneFiles() {
+    QFETCH(QString, path);
+    if (!QFileInfo(path).isFile())
+        QSKIP(qPrintable(path));
+    const std::string stock = test::readBytes(path);
+    // The same with CR LF line ends: a changed command ends as the file's lines.
+    for (const std::string& bytes : {stock, withCrLf(stock)}) {
+        const std::string eol = bytes == stock ? "\n" : "\r\n";
+        ZoneRecord zone;
+        QCOMPARE(readZone(bytes, zone), serverCommandCount(bytes));
+        QVERIFY2(writeZone(zone) == bytes, "not written back byte for byte");
+        std::size_t start = zone.Source.size();
+        for (ZoneCommand& command : zone.Commands) {
+            const ZoneCommand before = command;
+            command.Source.clear();
+            command.Arg1 += command.Command != kComment;
+            const std::string line = commandLine(command) + eol;
+            std::string expected = bytes;
+            expected.replace(start, before.Source.size(), line);
+            QCOMPARE(QString::fromLatin1(writeZone(zone)), QString::fromLatin1(expected));
+            ZoneRecord again;
+            QCOMPARE(readZone(expected, again), serverCommandCount(bytes));
+            QVERIFY(sameFields(again, zone));
+            command = before;
+            start += before.Source.size();
+        }
+    }
+}
+
+// Hand edits of stock 30.zon: read as the server reads them (a count of
+// commands, or the line refused and why) and, read, written back byte for
+// byte; the server agrees, but for the older header it no longer reads.
+void CorpusTest::zoneEdits_data() {
+    test::columns<QString, QString, QString, bool>({"from", "to", "read", "boots"});
+    const QString pad(255 - 9, 'x');
+    // clang-format off
+    QTest::newRow("tabs and blanks between numbers") << "M 0 3000 1 3033" << "M 0  3000\t1 3033 " << "166" << true;
+    QTest::newRow("blanks before a comment") << "* Mobiles" << "   * Mobiles" << "166" << true;
+    QTest::newRow("empty lines between commands") << "* Mobiles\n" << "* Mobiles\n\n\r\n" << "166" << true;
+    QTest::newRow("no tilde after the name") << "City~" << "City" << "166" << true;
+    QTest::newRow("older header: three numbers") << "3000 3099 15 2" << "3099 15 2" << "166" << false;
+    QTest::newRow("long comment, the rest passed over") << "* Mobiles" << "* Mobiles" + pad + "* more" << "166" << true;
+    QTest::newRow("long comment, the rest read") << "* Mobiles" << "* Mobiles" + pad + "more"
+        << "5: the line is longer than the 255 characters the server reads at once, and it reads the rest as a line of its own" << false;
+    QTest::newRow("bottom above top") << "3000 3099" << "3100 3099"
+        << "3: the bottom VNum 3100 is above the top VNum 3099" << false;
+    QTest::newRow("a header line without #") << "#30" << "30" << "1: expected the zone header \"#<zone>\"" << false;
+    QTest::newRow("missing number") << "M 0 3000 1 3033" << "M 0 3000 1"
+        << "6: expected the command \"M <if-flag> <mobile> <max existing> <room>\"" << false;
+    QTest::newRow("R with two numbers") << "\nS\n" << "\nR 0 3001\nS\n"
+        << "174: expected the command \"R <if-flag> <room> <object>\"" << false;
+    const char* uncounted = "6: the server does not count this line as a command: it counts a line that begins with M, O, P, G, E, R or D and a blank";
+    QTest::newRow("a tab after the letter") << "M 0 3000 1 3033" << "M\t0 3000 1 3033" << uncounted << false;
+    QTest::newRow("blanks before the letter") << "M 0 3000 1 3033" << " M 0 3000 1 3033" << uncounted << false;
+    QTest::newRow("lower-case letter") << "M 0 3000 1 3033" << "m 0 3000 1 3033" << uncounted << false;
+    QTest::newRow("blanks alone") << "* Mobiles" << "  "
+        << "5: expected a command, a \"*\" comment or the end \"S\", not blanks alone" << false;
+    QTest::newRow("S with a blank") << "\nS\n" << "\nS \n" << "174: the end of the commands must be \"S\" alone on its line" << false;
+    QTest::newRow("$ for the end") << "\nS\n" << "\n$\n" << "174: the end of the commands must be \"S\" alone on its line" << false;
+    QTest::newRow("a command after the end") << "\nS\n$\n" << "\nS\n$\nG 1 3020 100\n"
+        << "176: the server counts this line as a command, but it stands after the end \"S\"" << false;
+    QTest::newRow("no end") << "\nS\n$\n" << "\n" << "174: expected the end of the reset commands, a line \"S\"" << false;
+    // clang-format on
+}
+
+void CorpusTest::zoneEdits() {
+    QFETCH(QString, from);
+    QFETCH(QString, to);
+    QFETCH(QString, read);
+    QFETCH(bool, boots);
+    const QString path = test::corpusDir() + "/30.zon";
+    if (!QFileInfo(path).isFile())
+        QSKIP(qPrintable(path));
+    const std::string stock = test::readBytes(path);
+    const std::size_t at = stock.find(from.toStdString());
+    QVERIFY(at != std::string::npos);
+    const std::string bytes =
+        std::string(stock).replace(at, std::size_t(from.size()), to.toStdString());
+    ZoneRecord zone;
+    QString result;
+    try {
+        result = QString::number(readZone(bytes, zone));
+        QVERIFY2(writeZone(zone) == bytes, "not written back byte for byte");
+    } catch (const FormatError& error) {
+        result = QString("%1: %2").arg(error.line()).arg(QString::fromStdString(error.problem()));
+    }
+    QCOMPARE(result, read);
+    // The server's messages without the lines they name, which the edits move.
+    const auto errors = [](const std::string& file) {
+        std::optional<QStringList> found = bootErrors("30.zon", file);
+        if (found)
+            found->replaceInStrings(QRegularExpression("line [0-9]+"), "line");
+        return found;
+    };
+    static const std::optional<QStringList> stockErrors = errors(stock);
+    if (stockErrors)
+        QCOMPARE(errors(bytes) == stockErrors, boots);
+}
+
+// What Save refuses of a zone, at its line: each row a zone of one command,
+// then its name or bottom set as a window would set them.
+void CorpusTest::zoneSaveRefusals_data() {
+    test::columns<QString, int, QString, QString>({"name", "bottom", "command", "refused"});
+    // clang-format off
+    QTest::newRow("all good, at the limits") << "Zone" << 3000 << "E 1 3020 100 17" << "";
+    QTest::newRow("a tilde in the name") << "Zone~s" << 3000 << "M 0 1 1 1" << "2: the name holds a \"~\", which would end it there";
+    QTest::newRow("a name of * ") << "* Zone" << 3000 << "M 0 1 1 1" << "2: the name begins with \"*\", which makes the server pass over its line";
+    QTest::newRow("a name too long") << QString(255, 'x') << 3000 << "M 0 1 1 1" << "2: the name is longer than the 254 characters the server reads";
+    QTest::newRow("bottom above top") << "Zone" << 3100 << "M 0 1 1 1" << "3: the bottom VNum 3100 is above the top VNum 3099";
+    QTest::newRow("wear position 18") << "Zone" << 3000 << "E 1 3020 100 18" << "4: the wear position 18 is outside 0-17";
+    QTest::newRow("wear position -1") << "Zone" << 3000 << "E 1 3020 100 -1" << "4: the wear position -1 is outside 0-17";
+    QTest::newRow("direction 6") << "Zone" << 3000 << "D 0 3001 6 1" << "4: the direction 6 is outside 0-5";
+    QTest::newRow("direction -1") << "Zone" << 3000 << "D 0 3001 -1 1" << "4: the direction -1 is outside 0-5";
+    QTest::newRow("door state 3") << "Zone" << 3000 << "D 0 3001 5 3" << "4: the door state 3 is outside 0-2";
+    QTest::newRow("a line too long") << "Zone" << 3000 << "G 1 3020 100 " + QString(245, 'x')
+        << "4: the line is longer than the 255 characters the server reads at once";
+    // clang-format on
+}
+
+void CorpusTest::zoneSaveRefusals() {
+    QFETCH(QString, name);
+    QFETCH(int, bottom);
+    QFETCH(QString, command);
+    QFETCH(QString, refused);
+    ZoneRecord zone;
+    QCOMPARE(
+        readZone(test::lines("#30|Zone~|3000 3099 15 2|" + command.left(200) + "|S|$", "\n"), zone),
+        2);
+    zone.Name = name.toStdString();
+    zone.Bottom = bottom;
+    zone.Commands[0].Comment += command.mid(200).toStdString();
+    QStringList problems;
+    for (const ZoneProblem& problem : checkZone(zone))
+        problems
+            << QString("%1: %2").arg(problem.line).arg(QString::fromStdString(problem.problem));
+    QCOMPARE(problems.join('|'), refused);
 }
 
 MARL_TEST_MAIN(CorpusTest)

@@ -12,6 +12,7 @@
 #include "world/record_compare.h"
 #include "world/zone.h"
 #include "world/zone_file.h"
+#include "zones/zone_reset_file.h"
 
 namespace marl::test {
 
@@ -75,8 +76,9 @@ using Objects = Kind<ObjectKind>;
 
 // Calls `check.template operator()<Kind>()` with the kind of a file's name.
 template <typename Check> void byExtension(const QString& name, Check check) {
-    const bool known = withZoneKind(QFileInfo(name).suffix().prepend('.').toStdString(),
-                                    [&]<typename Base>() { check.template operator()<Kind<Base>>(); });
+    const bool known =
+        withZoneKind(QFileInfo(name).suffix().prepend('.').toStdString(),
+                     [&]<typename Base>() { check.template operator()<Kind<Base>>(); });
     QVERIFY2(known, qPrintable(name));
 }
 
@@ -90,6 +92,13 @@ template <typename Table> void storeAll(Table& table, int count) {
 inline std::string rewritten(const QString& path, int* count = nullptr) {
     const QString name = QFileInfo(path).fileName();
     std::string text;
+    if (name.endsWith(QLatin1String(".zon"))) { // a zone's reset commands
+        ZoneRecord zone;
+        const int read = readZone(readBytes(path), zone);
+        if (count)
+            *count = read;
+        return writeZone(zone);
+    }
     byExtension(name, [&]<typename Kind>() {
         auto table = std::make_unique<typename Kind::Table>();
         const int read = Kind::read(readBytes(path), *table);
