@@ -22,8 +22,8 @@ constexpr std::string_view kNew = "#2\r\nNew~\r\n";
 // A folder in one line, entries separated by blanks: `name=text` a file
 // (`_` for a line break), `name>target` a link, `name|` a named pipe,
 // `name/` a folder; names may have folders before them (`zones/30.wld=x`).
-void build(const QString& root, const QString& spec) {
-    for (const QString& entry : spec.split(' ', Qt::SkipEmptyParts)) {
+void build(const QString& root, const QString& layout) {
+    for (const QString& entry : layout.split(' ', Qt::SkipEmptyParts)) {
         qsizetype at = entry.indexOf(QRegularExpression(QStringLiteral("[=>~]")));
         if (at < 0)
             at = entry.size() - 1; // `|` or `/` at the end
