@@ -19,7 +19,7 @@
 #include <vector>
 
 #include "rooms/form_room.h"
-#include "rooms/room_file.h"
+#include "rooms/format/room_file.h"
 #include "widgets/prompts.h"
 #include "world/zone_file.h"
 

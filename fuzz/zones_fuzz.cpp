@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "zones/zone_reset_file.h"
+#include "zones/format/zone_reset_file.h"
 
 namespace {
 

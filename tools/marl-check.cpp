@@ -21,7 +21,7 @@
 #include "kinds/zone_kinds.h"
 #include "world/zone.h"
 #include "world/zone_file.h"
-#include "zones/zone_reset_file.h"
+#include "zones/format/zone_reset_file.h"
 
 namespace fs = std::filesystem;
 using namespace marl;

@@ -10,12 +10,12 @@
 #include <string>
 #include <string_view>
 
-#include "mobiles/mobile_checks.h"
-#include "mobiles/mobile_file.h"
-#include "objects/object_checks.h"
-#include "objects/object_file.h"
-#include "rooms/room_checks.h"
-#include "rooms/room_file.h"
+#include "mobiles/format/mobile_checks.h"
+#include "mobiles/format/mobile_file.h"
+#include "objects/format/object_checks.h"
+#include "objects/format/object_file.h"
+#include "rooms/format/room_checks.h"
+#include "rooms/format/room_file.h"
 
 namespace marl {
 

@@ -6,7 +6,7 @@
 #include "dialogs/desc_text_dialog.h"
 #include "mobiles/form_mobile_especs.h"
 #include "mobiles/form_mobile_flags.h"
-#include "mobiles/mobile_file.h"
+#include "mobiles/format/mobile_file.h"
 #include "widgets/prompts.h"
 #include "widgets/qt_text.h"
 #include "widgets/vocab_controls.h"

@@ -9,8 +9,8 @@
 #include <cstdint>
 
 #include "editor/editor_window.h"
-#include "mobiles/mobile_record.h"
-#include "mobiles/mobile_vocabulary.h"
+#include "mobiles/format/mobile_record.h"
+#include "mobiles/format/mobile_vocabulary.h"
 
 class QLineEdit;
 class QPushButton;

@@ -6,7 +6,7 @@
 #include <array>
 
 #include "editor/owned_dialog.h"
-#include "mobiles/mobile_vocabulary.h"
+#include "mobiles/format/mobile_vocabulary.h"
 
 class QPushButton;
 

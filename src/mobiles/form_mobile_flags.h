@@ -4,7 +4,7 @@
 // text of the mobile in a slot of the mobile table and stores it on Done.
 
 #include "editor/owned_dialog.h"
-#include "mobiles/mobile_vocabulary.h"
+#include "mobiles/format/mobile_vocabulary.h"
 
 class QPushButton;
 

@@ -10,8 +10,8 @@
 #include <cstdint>
 
 #include "editor/editor_window.h"
-#include "objects/object_record.h"
-#include "objects/object_vocabulary.h"
+#include "objects/format/object_record.h"
+#include "objects/format/object_vocabulary.h"
 
 class QLineEdit;
 class QPushButton;

@@ -7,7 +7,7 @@
 
 #include "objects/form_object_container_state.h"
 #include "objects/form_object_pick_list.h"
-#include "objects/object_checks.h"
+#include "objects/format/object_checks.h"
 #include "widgets/prompts.h"
 #include "widgets/qt_text.h"
 #include "widgets/vocab_controls.h"

@@ -6,7 +6,7 @@
 
 #include "dialogs/extra_descs_dialog.h"
 #include "rooms/form_room_door.h"
-#include "rooms/room_file.h"
+#include "rooms/format/room_file.h"
 #include "widgets/prompts.h"
 #include "widgets/qt_text.h"
 #include "widgets/vocab_controls.h"

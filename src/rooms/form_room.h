@@ -8,7 +8,7 @@
 #include <cstdint>
 
 #include "editor/editor_window.h"
-#include "rooms/room_record.h"
+#include "rooms/format/room_record.h"
 
 class QCheckBox;
 class QLineEdit;

@@ -13,7 +13,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "rooms/room_record.h"
+#include "rooms/format/room_record.h"
 #include "widgets/prompts.h"
 #include "widgets/qt_text.h"
 #include "widgets/qt_widgets.h"

@@ -4,7 +4,7 @@
 #include "test_main.h"
 
 #include "zone_files.h"
-#include "zones/zone_reset_file.h"
+#include "zones/format/zone_reset_file.h"
 
 #include <QProcess>
 #include <QRegularExpression>

@@ -7,7 +7,7 @@
 
 #include <QRegularExpression>
 
-#include "objects/object_values.h"
+#include "objects/format/object_values.h"
 #include "world/attack_types.h"
 #include "world/dice.h"
 #include "world/numeric_rule.h"

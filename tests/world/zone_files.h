@@ -12,7 +12,7 @@
 #include "world/record_compare.h"
 #include "world/zone.h"
 #include "world/zone_file.h"
-#include "zones/zone_reset_file.h"
+#include "zones/format/zone_reset_file.h"
 
 namespace marl::test {
 

@@ -9,7 +9,7 @@
 #include <span>
 #include <string>
 
-#include "mobiles/mobile_record.h"
+#include "mobiles/format/mobile_record.h"
 #include "world/form_text.h"
 #include "world/vocabulary.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 // What the server refuses of a mobile: a text past its limit.
 
-#include "mobiles/mobile_record.h"
+#include "mobiles/format/mobile_record.h"
 #include "world/server_limits.h"
 
 namespace marl {

@@ -1,8 +1,8 @@
-#include "objects/object_values.h"
+#include "objects/format/object_values.h"
 
 #include <algorithm>
 
-#include "objects/object_vocabulary.h"
+#include "objects/format/object_vocabulary.h"
 #include "world/attack_types.h"
 
 namespace marl {

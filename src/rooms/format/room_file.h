@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "rooms/room_record.h"
+#include "rooms/format/room_record.h"
 
 namespace marl {
 

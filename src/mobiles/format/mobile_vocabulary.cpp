@@ -1,4 +1,4 @@
-#include "mobiles/mobile_vocabulary.h"
+#include "mobiles/format/mobile_vocabulary.h"
 
 namespace marl {
 

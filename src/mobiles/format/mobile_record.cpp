@@ -1,4 +1,4 @@
-#include "mobiles/mobile_record.h"
+#include "mobiles/format/mobile_record.h"
 
 #include <algorithm>
 #include <cctype>

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "objects/object_record.h"
+#include "objects/format/object_record.h"
 #include "world/form_text.h"
 #include "world/vocabulary.h"
 

@@ -3,7 +3,7 @@
 // the object windows and marl-check alike.  The value checks are those the
 // server runs on every object it boots, which it logs and boots on.
 
-#include "objects/object_record.h"
+#include "objects/format/object_record.h"
 #include "world/server_limits.h"
 
 namespace marl {

@@ -1,4 +1,4 @@
-#include "objects/object_record.h"
+#include "objects/format/object_record.h"
 
 namespace marl {
 

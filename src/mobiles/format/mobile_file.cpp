@@ -1,4 +1,4 @@
-#include "mobiles/mobile_file.h"
+#include "mobiles/format/mobile_file.h"
 
 #include <cctype>
 

@@ -1,5 +1,5 @@
-#include "zones/zone_record.h"
-#include "zones/zone_reset_file.h"
+#include "zones/format/zone_record.h"
+#include "zones/format/zone_reset_file.h"
 
 #include <algorithm>
 #include <tuple>

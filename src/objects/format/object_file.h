@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "objects/object_record.h"
+#include "objects/format/object_record.h"
 
 namespace marl {
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "zones/zone_record.h"
+#include "zones/format/zone_record.h"
 
 namespace marl {
 

@@ -1,4 +1,4 @@
-#include "rooms/room_file.h"
+#include "rooms/format/room_file.h"
 
 #include "world/record_file.h"
 

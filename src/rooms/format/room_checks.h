@@ -1,7 +1,7 @@
 #pragma once
 // What the server refuses of a room: a text past its limit.
 
-#include "rooms/room_record.h"
+#include "rooms/format/room_record.h"
 #include "world/server_limits.h"
 
 namespace marl {

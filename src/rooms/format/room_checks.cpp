@@ -1,4 +1,4 @@
-#include "rooms/room_checks.h"
+#include "rooms/format/room_checks.h"
 
 namespace marl {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "mobiles/mobile_record.h"
+#include "mobiles/format/mobile_record.h"
 
 namespace marl {
 

@@ -1,4 +1,4 @@
-#include "objects/object_file.h"
+#include "objects/format/object_file.h"
 
 #include "world/record_file.h"
 

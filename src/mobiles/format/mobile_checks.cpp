@@ -1,4 +1,4 @@
-#include "mobiles/mobile_checks.h"
+#include "mobiles/format/mobile_checks.h"
 
 namespace marl {
 

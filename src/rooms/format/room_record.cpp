@@ -1,4 +1,4 @@
-#include "rooms/room_record.h"
+#include "rooms/format/room_record.h"
 
 namespace marl {
 

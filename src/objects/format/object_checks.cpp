@@ -1,4 +1,4 @@
-#include "objects/object_checks.h"
+#include "objects/format/object_checks.h"
 
 #include <algorithm>
 #include <array>

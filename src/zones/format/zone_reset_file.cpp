@@ -1,4 +1,4 @@
-#include "zones/zone_reset_file.h"
+#include "zones/format/zone_reset_file.h"
 
 #include <algorithm>
 #include <cstddef>

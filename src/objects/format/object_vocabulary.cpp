@@ -1,4 +1,4 @@
-#include "objects/object_vocabulary.h"
+#include "objects/format/object_vocabulary.h"
 
 namespace marl {
 
