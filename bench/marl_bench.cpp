@@ -47,9 +47,9 @@ struct ZoneFile {
 
 template <typename Kind> bool prepare(ZoneFile& file, std::int32_t zone) {
     // One reading table per kind, as the editor reuses its own.
-    static const auto reading = std::make_shared<typename Kind::Table>();
-    auto asRead = std::make_shared<typename Kind::Table>();
-    auto stored = std::make_shared<typename Kind::Table>();
+    static const auto reading = std::make_shared<typename Kind::File>();
+    auto asRead = std::make_shared<typename Kind::File>();
+    auto stored = std::make_shared<typename Kind::File>();
     int count = 0;
     try {
         count = Kind::read(file.bytes, *asRead);
@@ -101,9 +101,9 @@ template <typename Pass> double measure(Pass pass, double seconds, std::size_t& 
 template <typename Kind> void reportMemory(const std::vector<ZoneFile*>& files) {
     std::string joined;
     for (const ZoneFile* file : files) {
-        if (file->extension != Kind::extension)
+        if (file->extension != Kind::info.extension)
             continue;
-        auto table = std::make_unique<typename Kind::Table>();
+        auto table = std::make_unique<typename Kind::File>();
         const int count = Kind::read(file->bytes, *table);
         for (int slot = 0; slot < count; ++slot)
             joined += (*table)[static_cast<std::size_t>(slot)].Source;
@@ -111,7 +111,7 @@ template <typename Kind> void reportMemory(const std::vector<ZoneFile*>& files) 
     if (joined.empty())
         return;
     joined += "$\n";
-    auto table = std::make_unique<typename Kind::Table>();
+    auto table = std::make_unique<typename Kind::File>();
     const std::size_t empty = counting::liveBytes;
     const int count = Kind::read(joined, *table);
     const std::size_t read = counting::liveBytes - empty;
@@ -119,7 +119,7 @@ template <typename Kind> void reportMemory(const std::vector<ZoneFile*>& files) 
     const std::size_t kept = counting::liveBytes - empty;
     std::printf("%-8s %6d records %9zu bytes   held %9zu bytes (%.2f x the text)   after "
                 "clearing %zu bytes more than empty\n",
-                std::string(Kind::extension).c_str(), count, joined.size(), read,
+                std::string(Kind::info.extension).c_str(), count, joined.size(), read,
                 static_cast<double>(read) / static_cast<double>(joined.size()), kept);
 }
 
@@ -207,13 +207,13 @@ int main(int argc, char** argv) {
     std::printf("marl-bench: %s, in memory, one thread, per second of processor time; reading "
                 "includes clearing the table\n",
                 dir.string().c_str());
-    for (const ZoneKindInfo& kind : kZoneKinds) {
+    forEachZoneKind([&]<typename Kind>() {
         std::vector<ZoneFile*> chosen;
         for (ZoneFile* file : all)
-            if (file->extension == kind.extension)
+            if (file->extension == Kind::info.extension)
                 chosen.push_back(file);
-        report(std::string(kind.extension), chosen);
-    }
+        report(std::string(Kind::info.extension), chosen);
+    });
     report("all", all);
     std::printf("memory, each kind's files joined into one:\n");
     forEachZoneKind([&]<typename Kind>() { reportMemory<Kind>(all); });

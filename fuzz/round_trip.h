@@ -50,7 +50,7 @@ void check(Write write, Read read, Table& table, int count) {
 
 // Rooms are written with zone 30 in their numbers line; the reader ignores it.
 template <typename Kind> int roundTrip(const std::uint8_t* data, std::size_t size) {
-    using Table = typename Kind::Table;
+    using Table = typename Kind::File;
     const auto read = Kind::read;
     const auto write = [](Table& table, int count) { return Kind::write(table, count, 30); };
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);

@@ -106,14 +106,14 @@ template <typename Table> std::vector<int> headerLines(const Table& table, int c
 
 // What the server would refuse or log of each record, at its header line.
 template <typename Kind>
-void findProblems(const typename Kind::Table& table, int count, std::vector<FileFinding>& found) {
+void findProblems(const typename Kind::File& table, int count, std::vector<FileFinding>& found) {
     const std::vector<int> lines = headerLines(table, count);
     for (int slot = 0; slot < count; ++slot) {
         const auto& record = table[static_cast<std::size_t>(slot)];
         for (Finding& finding : Kind::problems(record, table.lineEnd))
             found.push_back(
                 {lines[static_cast<std::size_t>(slot)], finding.severity,
-                 std::string(Kind::one) + ' ' + std::to_string(record.VNum) + ": " + finding.what});
+                 std::string(Kind::info.one) + ' ' + std::to_string(record.VNum) + ": " + finding.what});
     }
 }
 
@@ -134,14 +134,14 @@ template <typename Table> Table& threadTable() {
 template <typename Kind>
 Result checkFile(const std::string& shown, const fs::path& path, std::int32_t zone,
                  const fs::path* rewrite) {
-    typename Kind::Table& table = threadTable<typename Kind::Table>();
+    typename Kind::File& table = threadTable<typename Kind::File>();
     const LoadOutcome outcome = loadZoneTable(path, table, Kind::read);
     if (!outcome.ok) {
         if (outcome.line > 0)
             return {shown + ':' + std::to_string(outcome.line) + ": " + outcome.problem};
         return {shown + ": cannot read the file: " + outcome.problem};
     }
-    std::string line = shown + ": " + plural(outcome.count, Kind::one, Kind::many);
+    std::string line = shown + ": " + plural(outcome.count, Kind::info.one, Kind::info.many);
     std::vector<FileFinding> found;
     findProblems<Kind>(table, outcome.count, found);
     if (const int slot = firstOutOfOrder(table, outcome.count); slot >= 0)

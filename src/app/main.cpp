@@ -3,13 +3,11 @@
 
 #include "about/app_icon.h"
 #include "about/form_about.h"
-#include "mobiles/form_mobile.h"
-#include "objects/form_object.h"
-#include "rooms/form_room.h"
 #include "shell/command_line.h"
 #include "shell/desktop_paths.h"
 #include "shell/file_chooser.h"
 #include "shell/form_main.h"
+#include "shell/kind_windows.h"
 #include "widgets/prompts.h"
 
 namespace {
@@ -51,12 +49,7 @@ int main(int argc, char* argv[]) {
     const QString progDir = QApplication::applicationDirPath();
     marl::FormMain window(progDir, marl::recentFolder(progDir, QStringLiteral(MARL_BUILD_DIR)),
                           prompts, chooser);
-    window.setEditorFactory(marl::KindMobile,
-                            [](marl::EditorHost& host) { return new marl::FormMobile(host); });
-    window.setEditorFactory(marl::KindObject,
-                            [](marl::EditorHost& host) { return new marl::FormObject(host); });
-    window.setEditorFactory(marl::KindRoom,
-                            [](marl::EditorHost& host) { return new marl::FormRoom(host); });
+    marl::useKindWindows(window);
     window.setAboutFactory([&prompts] { return new marl::FormAbout(prompts); });
     window.show();
     window.openFiles(line.files);

@@ -21,6 +21,7 @@
 #include "editor/dialog_waiter.h"
 #include "editor/editor_host.h"
 #include "editor/zone_document.h"
+#include "kinds/kind_info.h"
 #include "widgets/prompts.h"
 #include "world/form_text.h"
 #include "world/numeric_rule.h"

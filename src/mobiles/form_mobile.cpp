@@ -4,6 +4,7 @@
 #include <QPushButton>
 
 #include "dialogs/desc_text_dialog.h"
+#include "kinds/mobile_kind.h"
 #include "mobiles/form_mobile_especs.h"
 #include "mobiles/form_mobile_flags.h"
 #include "mobiles/format/mobile_file.h"
@@ -51,7 +52,7 @@ template <typename Number> Number numberOf(const QLineEdit* field) {
 } // namespace
 
 FormMobile::FormMobile(EditorHost& host)
-    : EditorWindow(host, makeMobileDocument(), kMobileEditor, kMobileFields.front().rule),
+    : EditorWindow(host, makeMobileDocument(), MobileKind::info.editor, kMobileFields.front().rule),
       mobiles_(static_cast<MobileDocument&>(document())) {
     buildLayout();
     for (QLineEdit* edit : fields_)

@@ -4,6 +4,7 @@
 #include <QPushButton>
 
 #include "dialogs/desc_text_dialog.h"
+#include "kinds/object_kind.h"
 #include "dialogs/extra_descs_dialog.h"
 #include "objects/form_object_affects.h"
 #include "objects/form_object_values.h"
@@ -34,7 +35,7 @@ template <typename Number> Number numberOf(const QLineEdit* field) {
 } // namespace
 
 FormObject::FormObject(EditorHost& host)
-    : EditorWindow(host, makeObjectDocument(), kObjectEditor, kObjectFields.front().rule),
+    : EditorWindow(host, makeObjectDocument(), ObjectKind::info.editor, kObjectFields.front().rule),
       objects_(static_cast<ObjectDocument&>(document())) {
     buildLayout();
     for (QLineEdit* edit : fields_)

@@ -5,6 +5,7 @@
 #include <QPushButton>
 
 #include "dialogs/extra_descs_dialog.h"
+#include "kinds/room_kind.h"
 #include "rooms/form_room_door.h"
 #include "rooms/format/room_file.h"
 #include "widgets/prompts.h"
@@ -24,25 +25,13 @@ std::unique_ptr<RoomDocument> makeRoomDocument() {
         [](const RoomRecord& room) { return room.Name; });
 }
 
-const EditorText kRoomEditor = {
-    "formRoom",
-    "Room Editor",
-    "Changes to Room Not Saved.",
-    "Room Not Saved",
-    "Room Not Deleted",
-    "Overwrite Existing Room?",
-    "Overwrite Existing Room",
-    "Really Delete This Room?",
-    "Zone Already Contains 99 Rooms",
-};
-
 // The VNum field: five digits; the file holds no negative VNum.
 constexpr NumericRule kVNumRule{5, false, false, 0, 0};
 
 } // namespace
 
 FormRoom::FormRoom(EditorHost& host)
-    : EditorWindow(host, makeRoomDocument(), kRoomEditor, kVNumRule),
+    : EditorWindow(host, makeRoomDocument(), RoomKind::info.editor, kVNumRule),
       rooms_(static_cast<RoomDocument&>(document())) {
     buildLayout();
     connectHandlers();

@@ -10,7 +10,6 @@
 #include <QMimeData>
 #include <QVBoxLayout>
 
-#include "kinds/zone_kinds.h"
 #include "shell/desktop_paths.h"
 #include "shell/file_chooser.h"
 #include "widgets/prompts.h"
@@ -21,35 +20,22 @@ namespace marl {
 
 namespace {
 
-// The five file kinds in menu order.  Captions and dialog texts follow one
-// pattern: "&New Room File", "World files (*.wld)", "Open World File".
-struct KindInfo {
-    const char* name;      // menu and object names: "Room"
-    const char* fileWord;  // in the dialog's texts: "World"
-    const char* extension; // ".wld"
-};
-
-// The three kinds with an editor come from the format library's table (its
-// names are string literals, so `data()` ends in a NUL); Shop and Zone have
-// no file reader and are named here alone.
-template <int Kind> constexpr KindInfo zoneKind(const char* fileWord) {
-    static_assert(kZoneKinds[Kind].noun == (Kind == KindMobile ? "Mobile"
-                                            : Kind == KindRoom ? "Room"
-                                                               : "Object"),
-                  "the kinds table is in menu order");
-    return {kZoneKinds[Kind].noun.data(), fileWord, kZoneKinds[Kind].extension.data()};
+// Every kind's names and texts, by number.
+const std::array<KindInfo, kKindCount>& kindInfos() {
+    static const std::array<KindInfo, kKindCount> infos = [] {
+        std::array<KindInfo, kKindCount> all{};
+        forEachKind([&]<typename Kind>() { all.at(std::size_t(Kind::info.number)) = Kind::info; });
+        return all;
+    }();
+    return infos;
 }
 
-const std::array<KindInfo, kFileKinds> kKinds = {{
-    zoneKind<KindMobile>("Mobile"),
-    zoneKind<KindRoom>("World"),
-    zoneKind<KindObject>("Object"),
-    {"Shop", "Shop", ".shp"},
-    {"Zone", "Zone", ".zon"},
-}};
-
 const KindInfo& kindInfo(int kind) {
-    return kKinds.at(static_cast<std::size_t>(kind));
+    return kindInfos().at(static_cast<std::size_t>(kind));
+}
+
+QString text(std::string_view words) {
+    return QString::fromLatin1(words.data(), static_cast<qsizetype>(words.size()));
 }
 
 QString withSlash(QString dir) {
@@ -64,13 +50,16 @@ QString menuText(QString title) {
     return title.replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
 
-// The editor kind of a file by its extension (case as the server names
-// them), or -1 when it is none of the three.
+// The kind of a file by its extension (case as the server names them), or
+// -1 when it is none of those with an editor.
 int kindOfFile(const QString& fileName) {
-    for (int kind = KindMobile; kind <= KindObject; ++kind)
-        if (fileName.endsWith(QLatin1String(kindInfo(kind).extension)))
-            return kind;
-    return -1;
+    int found = -1;
+    forEachKind([&]<typename Kind>() {
+        if constexpr (EditedKind<Kind>)
+            if (fileName.endsWith(text(Kind::info.extension)))
+                found = Kind::info.number;
+    });
+    return found;
 }
 
 } // namespace
@@ -98,7 +87,7 @@ FormMain::FormMain(const QString& progDir, const QString& recentDir, Prompts& pr
       chooser_(chooser), recent_(recentDir) {
     setObjectName(QStringLiteral("formMain"));
     setAcceptDrops(true);
-    for (int kind = KindMobile; kind <= KindObject; ++kind)
+    for (int kind = 0; kind < kKindCount; ++kind)
         hosts_[kind] = std::make_unique<KindHost>(*this, kind);
     if (progDir_.endsWith(QLatin1Char('/')) && progDir_.size() > 1)
         progDir_.chop(1);
@@ -129,7 +118,7 @@ FormMain::~FormMain() {
 }
 
 QWidget* FormMain::openEditor(int kind) const {
-    for (int each = KindMobile; each <= KindObject; ++each)
+    for (int each = 0; each < kKindCount; ++each)
         if ((kind < 0 || kind == each) && hosts_[each]->window)
             return hosts_[each]->window;
     return nullptr;
@@ -144,7 +133,8 @@ void FormMain::setAboutFactory(std::function<QWidget*()> factory) {
 }
 
 void FormMain::addFileMenu(int kind) {
-    const QString name = QString::fromLatin1(kindInfo(kind).name);
+    const KindInfo& info = kindInfo(kind);
+    const QString name = text(info.name);
     QMenu* menu = menuBar()->addMenu(QLatin1Char('&') + name);
     menu->setObjectName(QStringLiteral("menu") + name);
     menu->menuAction()->setObjectName(QStringLiteral("menu") + name);
@@ -152,7 +142,7 @@ void FormMain::addFileMenu(int kind) {
     newAction->setObjectName(QStringLiteral("menu%1New").arg(name));
     // Zone's Open has no access key of its own.
     QAction* openAction = menu->addAction(
-        QStringLiteral("%1Open %2 File").arg(QLatin1String(kind == KindZone ? "" : "&"), name));
+        QStringLiteral("%1Open %2 File").arg(QLatin1String(info.name == "Zone" ? "" : "&"), name));
     openAction->setObjectName(QStringLiteral("menu%1Open").arg(name));
     menu->addSeparator()->setObjectName(QStringLiteral("menu%1Sep1").arg(name));
     for (int index = 0; index < kRecentPerKind; ++index) {
@@ -161,24 +151,24 @@ void FormMain::addFileMenu(int kind) {
         item->setObjectName(QStringLiteral("menu%1Recent%2").arg(name).arg(index));
         item->setVisible(false);
         recentActions_[kind][index] = item;
-        if (kind <= KindObject)
+        if (hasEditor(kind))
             connect(item, &QAction::triggered, this,
                     [this, kind, index] { LoadEditor(kind, false, false, index); });
     }
-    if (kind <= KindObject) {
+    if (hasEditor(kind)) {
         connect(newAction, &QAction::triggered, this,
                 [this, kind] { LoadEditor(kind, true, true, 0); });
         connect(openAction, &QAction::triggered, this,
                 [this, kind] { LoadEditor(kind, false, true, 0); });
     } else {
-        // Shops and zones have no editor: their menus stand greyed.
+        // A kind without an editor: its menu stands greyed.
         menu->menuAction()->setEnabled(false);
         menu->setEnabled(false);
     }
 }
 
 void FormMain::buildMenus() {
-    for (int kind = 0; kind < kFileKinds; ++kind)
+    for (int kind = 0; kind < kKindCount; ++kind)
         addFileMenu(kind);
     QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
     help->setObjectName(QStringLiteral("menuHelp"));
@@ -189,7 +179,7 @@ void FormMain::buildMenus() {
 }
 
 void FormMain::showRecent() {
-    for (int kind = 0; kind < kFileKinds; ++kind)
+    for (int kind = 0; kind < kKindCount; ++kind)
         for (int index = 0; index < kRecentPerKind; ++index) {
             const RecentEntry& entry = recent_.entry(kind, index);
             QAction* item = recentActions_[kind][index];
@@ -209,17 +199,25 @@ bool FormMain::editorAvailable(int kind) {
     // Said before any dialog, so that no file goes into the recent list for
     // an editor this version does not have.
     prompts_.tell(tr("The %1 editor is not available in this version.")
-                      .arg(QString::fromLatin1(kindInfo(kind).name).toLower()));
+                      .arg(text(kindInfo(kind).name).toLower()));
     return false;
+}
+
+bool FormMain::hasEditor(int kind) {
+    bool edited = false;
+    forEachKind([&]<typename Kind>() {
+        edited = edited || (EditedKind<Kind> && Kind::info.number == kind);
+    });
+    return edited;
 }
 
 QString FormMain::dialogFolder(int kind) const {
     return marl::dialogFolder(recent_.entry(kind, 0).directory, progDir_,
-                              QString::fromLatin1(kindInfo(kind).extension));
+                              text(kindInfo(kind).extension));
 }
 
 void FormMain::LoadEditor(int kind, bool isNew, bool useDialog, int recentIndex) {
-    if (kind < KindMobile || kind > KindObject || openEditor() || !editorAvailable(kind))
+    if (!hasEditor(kind) || openEditor() || !editorAvailable(kind))
         return;
     if (!useDialog) {
         const RecentEntry& entry = recent_.entry(kind, recentIndex);
@@ -228,13 +226,12 @@ void FormMain::LoadEditor(int kind, bool isNew, bool useDialog, int recentIndex)
         return;
     }
     const KindInfo& info = kindInfo(kind);
-    const QString fileWord = QString::fromLatin1(info.fileWord);
     FileRequest request;
     request.save = isNew;
-    request.title =
-        QStringLiteral("%1 %2 File").arg(QLatin1String(isNew ? "New" : "Open"), fileWord);
-    request.filter = QStringLiteral("%1 files (*%2)").arg(fileWord, QLatin1String(info.extension));
-    request.defaultSuffix = QString::fromLatin1(info.extension + 1);
+    request.title = text(isNew ? info.newTitle : info.openTitle);
+    // The filter's pattern after its `|` is the one its text shows.
+    request.filter = text(info.filter).section(QLatin1Char('|'), 0, 0);
+    request.defaultSuffix = text(info.extension).mid(1);
     request.directory = dialogFolder(kind);
     const QString path = chooser_.choose(request);
     if (path.isEmpty())
@@ -244,7 +241,7 @@ void FormMain::LoadEditor(int kind, bool isNew, bool useDialog, int recentIndex)
 }
 
 void FormMain::openFiles(const QStringList& paths) {
-    std::array<bool, 3> given{};
+    std::array<bool, kKindCount> given{};
     for (const QString& path : paths) {
         const QFileInfo file(path);
         const int kind = kindOfFile(file.fileName());
@@ -255,9 +252,8 @@ void FormMain::openFiles(const QStringList& paths) {
             continue;
         }
         if (given[kind] || openEditor(kind)) {
-            prompts_.tell(
-                tr("%1 is not opened: the %2 editor opens one file at a time.")
-                    .arg(file.fileName(), QString::fromLatin1(kindInfo(kind).name).toLower()));
+            prompts_.tell(tr("%1 is not opened: the %2 editor opens one file at a time.")
+                              .arg(file.fileName(), text(kindInfo(kind).name).toLower()));
             continue;
         }
         given[kind] = true;
@@ -272,7 +268,7 @@ void FormMain::openFile(int kind, bool isNew, const QString& directory, const QS
     if (!zone) {
         prompts_.tell(tr("%1 cannot be opened: the name of a zone file begins with its zone "
                          "number, as in 30%2.")
-                          .arg(fileTitle, QString::fromLatin1(kindInfo(kind).extension)));
+                          .arg(fileTitle, text(kindInfo(kind).extension)));
         return;
     }
     zoneNumber_ = *zone;

@@ -12,6 +12,7 @@
 #include <memory>
 
 #include "editor/editor_host.h"
+#include "kinds/zone_kinds.h"
 #include "shell/recent_files.h"
 
 class QAction;
@@ -22,9 +23,6 @@ namespace marl {
 
 class FileChooser;
 class Prompts;
-
-// Kind numbers shared by the menus, LoadEditor and recent.dat.
-enum FileKind : int { KindMobile = 0, KindRoom = 1, KindObject = 2, KindShop = 3, KindZone = 4 };
 
 class FormMain : public QMainWindow {
     Q_OBJECT
@@ -39,7 +37,9 @@ public:
     ~FormMain() override;
 
     using EditorFactory = std::function<ZoneEditor*(EditorHost&)>;
-    // The editor window of a kind; kinds without one say so when opened.
+    // The editor window of a kind (by its number, as KindInfo::number); a
+    // kind whose entry names a window but has no factory says so when
+    // opened.  useKindWindows (kind_windows.h) sets every kind's own.
     void setEditorFactory(int kind, EditorFactory factory);
     // The About box: a top-level window deleted on close.
     void setAboutFactory(std::function<QWidget*()> factory);
@@ -72,6 +72,7 @@ private:
     void addFileMenu(int kind);
     void showRecent();
     void showAbout();
+    static bool hasEditor(int kind);
     bool editorAvailable(int kind);
     QString dialogFolder(int kind) const;
     void openFile(int kind, bool isNew, const QString& directory, const QString& fileTitle,
@@ -84,12 +85,12 @@ private:
     Prompts& prompts_;
     FileChooser& chooser_;
     RecentFiles recent_;
-    std::array<EditorFactory, 3> factories_;
+    std::array<EditorFactory, kKindCount> factories_;
     // One host per editor kind: the folder of that editor's file, and a way
     // back when it closes.
-    std::array<std::unique_ptr<KindHost>, 3> hosts_;
+    std::array<std::unique_ptr<KindHost>, kKindCount> hosts_;
     std::function<QWidget*()> aboutFactory_;
-    std::array<std::array<QAction*, kRecentPerKind>, kFileKinds> recentActions_{};
+    std::array<std::array<QAction*, kRecentPerKind>, kKindCount> recentActions_{};
     QPointer<QWidget> aboutWindow_;
 };
 

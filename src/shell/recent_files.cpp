@@ -75,7 +75,7 @@ void RecentFiles::load() {
     QFile file(storePath());
     if (!file.open(QIODevice::ReadOnly))
         return;
-    std::array<int, kFileKinds> counts{};
+    std::array<int, kKindCount> counts{};
     while (!file.atEnd()) {
         QString line = QString::fromUtf8(file.readLine());
         while (line.endsWith(QLatin1Char('\n')) || line.endsWith(QLatin1Char('\r')))
@@ -86,7 +86,7 @@ void RecentFiles::load() {
         QString directory, title;
         if (!parseLine(line, kind, directory, title))
             break;
-        if (kind < 0 || kind >= kFileKinds || counts[kind] >= kRecentPerKind || directory.isEmpty())
+        if (kind < 0 || kind >= kKindCount || counts[kind] >= kRecentPerKind || directory.isEmpty())
             continue;
         entries_[kind * kRecentPerKind + counts[kind]++] = {QDir::fromNativeSeparators(directory),
                                                             title};
@@ -98,7 +98,7 @@ bool RecentFiles::writeTo(const QString& path) const {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return false;
-    for (int kind = 0; kind < kFileKinds; ++kind)
+    for (int kind = 0; kind < kKindCount; ++kind)
         for (int index = 0; index < kRecentPerKind; ++index) {
             const RecentEntry& e = entry(kind, index);
             if (e.isEmpty())

@@ -8,10 +8,9 @@
 #include <QString>
 #include <array>
 
-namespace marl {
+#include "kinds/zone_kinds.h"
 
-inline constexpr int kFileKinds = 5; // 0 Mobile, 1 Room, 2 Object, 3 Shop, 4 Zone
-inline constexpr int kRecentPerKind = 4;
+namespace marl {
 
 struct RecentEntry {
     QString directory; // ends with the directory separator
@@ -42,7 +41,7 @@ private:
     bool writeTo(const QString& path) const;
 
     QString folder_;
-    std::array<RecentEntry, kFileKinds * kRecentPerKind> entries_;
+    std::array<RecentEntry, kKindCount * kRecentPerKind> entries_;
 };
 
 } // namespace marl

@@ -50,19 +50,6 @@ inline const FieldDef* findField(std::span<const FieldDef> fields, std::string_v
     return nullptr;
 }
 
-// The messages of an editor window that name the kind it edits.
-struct EditorText {
-    const char* form;            // the window's objectName
-    const char* title;           // its title before a record is shown
-    const char* notSavedLine;    // first line of the New, Done and Cancel guards
-    const char* notSavedTitle;   // their title, and that of a refused or failed save
-    const char* notDeletedTitle; // title of a failed delete
-    const char* overwriteLine;   // asked when the VNum saved is taken
-    const char* overwriteTitle;
-    const char* deleteLine; // asked before a delete, titled "Confirm Delete"
-    const char* zoneFull;   // New with 100 records
-};
-
 // Rules of the field tables: digits only, up to `length` characters (0: no
 // limit), with or without a range and `-`.
 inline constexpr std::int64_t kInt32Min = std::numeric_limits<std::int32_t>::min();

@@ -124,10 +124,10 @@ inline QString objectsOf(const ObjectTable& table, int count) {
 }
 
 // An editor of a kind on a zone's file (its New without one).
-template <typename Form, typename Kind, QString (*Describe)(const typename Kind::Table&, int)>
+template <typename Form, typename Kind, QString (*Describe)(const typename Kind::File&, int)>
 struct Session : KindSession<Form> {
     explicit Session(const std::string& file, int zone = 95, const QString& folder = {})
-        : KindSession<Form>(file, zone, QString::fromLatin1(Kind::extension), folder) {
+        : KindSession<Form>(file, zone, QString::fromLatin1(Kind::info.extension), folder) {
         this->more = [this](const QString& name) -> std::optional<QString> {
             if constexpr (std::is_same_v<Kind, RoomKind>)
                 if (name == "absent") {

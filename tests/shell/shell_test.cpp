@@ -16,6 +16,7 @@
 #include "rooms/form_room.h"
 #include "shell/command_line.h"
 #include "shell/form_main.h"
+#include "shell/kind_windows.h"
 #include "test_support.h"
 
 using namespace marl;
@@ -34,11 +35,9 @@ class ShellTest : public QObject {
         windows.push_back(std::make_unique<FormMain>(progDir->path(), prompts, chooser));
         FormMain* window = windows.back().get();
         if (real) {
-            window->setEditorFactory(KindRoom, [](EditorHost& host) { return new FormRoom(host); });
-            window->setEditorFactory(KindMobile, [](EditorHost& host) { return new FormMobile(host); });
-            window->setEditorFactory(KindObject, [](EditorHost& host) { return new FormObject(host); });
+            useKindWindows(*window);
         } else {
-            for (int kind : {KindMobile, KindRoom, KindObject})
+            for (int kind : {MobileKind::info.number, RoomKind::info.number, ObjectKind::info.number})
                 window->setEditorFactory(kind, [this](EditorHost& host) { return new FakeEditor(host, log); });
         }
         window->show();

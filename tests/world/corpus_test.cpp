@@ -136,8 +136,8 @@ void CorpusTest::handEdits() {
     };
     const std::string bytes = edited(to);
     test::byExtension(file, [&]<typename Kind>() {
-        auto table = std::make_unique<typename Kind::Table>();
-        auto expected = std::make_unique<typename Kind::Table>();
+        auto table = std::make_unique<typename Kind::File>();
+        auto expected = std::make_unique<typename Kind::File>();
         const int count = Kind::read(bytes, *table);
         QCOMPARE(count, headerLines(stock));
         QCOMPARE(Kind::read(edited(same.isEmpty() ? from : same), *expected), count);
@@ -164,7 +164,7 @@ void CorpusTest::handEdits() {
         QVERIFY(written.compare(0, start, bytes, 0, start) == 0);
         QVERIFY(written.size() > after &&
                 written.compare(written.size() - after, after, bytes, bytes.size() - after) == 0);
-        auto again = std::make_unique<typename Kind::Table>();
+        auto again = std::make_unique<typename Kind::File>();
         QCOMPARE(Kind::read(written, *again), count);
         for (int other = 0; other < count; ++other)
             QVERIFY(test::sameFields((*again)[std::size_t(other)], (*table)[std::size_t(other)]));

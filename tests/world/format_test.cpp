@@ -40,7 +40,7 @@ template <typename Kind> QString body(const QString& text) {
 
 // What reading `file` gives: the vnum of `record`, or the refusal's line and problem.
 template <typename Kind> QString readHeader(const std::string& file, int record = 0) {
-    auto table = std::make_unique<typename Kind::Table>();
+    auto table = std::make_unique<typename Kind::File>();
     try {
         Kind::read(file, *table);
         return QString::number((*table)[std::size_t(record)].VNum);
@@ -96,7 +96,7 @@ private slots:
         const std::int32_t zone = zoneFromFileName(name.toStdString()).value_or(0);
         static const QRegularExpression header("^#[0-9]+[ \\t]*\\r?$", QRegularExpression::MultilineOption);
         test::byExtension(name, [&]<typename Kind>() {
-            auto table = std::make_unique<typename Kind::Table>();
+            auto table = std::make_unique<typename Kind::File>();
             const int count = Kind::read(bytes, *table);
             QCOMPARE(count, int(QString::fromLatin1(bytes).count(header)));
             QVERIFY2(Kind::write(*table, count, zone) == bytes, "not written back byte for byte");
@@ -114,7 +114,7 @@ private slots:
                 QVERIFY2(written.compare(0, start, bytes, 0, start) == 0 && written.size() >= after &&
                              written.compare(written.size() - after, after, bytes, bytes.size() - after) == 0,
                          qPrintable(QString("slot %1").arg(slot)));
-                auto again = std::make_unique<typename Kind::Table>();
+                auto again = std::make_unique<typename Kind::File>();
                 QCOMPARE(Kind::read(written, *again), count);
                 QVERIFY(test::sameFields((*again)[slot], before));
                 record = before;
@@ -131,14 +131,14 @@ private slots:
             forEachZoneKind([&]<typename Kind>() {
                 for (const char* eol : {"\r\n", "\n"}) {
                     const std::string bytes = test::lines("#3001" + body<Kind>(text) + "|$", eol);
-                    auto table = std::make_unique<typename Kind::Table>();
+                    auto table = std::make_unique<typename Kind::File>();
                     QCOMPARE(Kind::read(bytes, *table), 1);
                     const typename Kind::Record first = (*table)[0];
                     for (int cycle = 1; cycle <= 3; ++cycle) {
                         test::storeAll(*table, 1);
                         const std::string written = Kind::write(*table, 1, 30);
-                        QVERIFY2(written == bytes, qPrintable(QString("%1 %2, %3").arg(Kind::many.data(), QString(text).toLatin1().toPercentEncoding(), eol)));
-                        table = std::make_unique<typename Kind::Table>();
+                        QVERIFY2(written == bytes, qPrintable(QString("%1 %2, %3").arg(Kind::info.many.data(), QString(text).toLatin1().toPercentEncoding(), eol)));
+                        table = std::make_unique<typename Kind::File>();
                         QCOMPARE(Kind::read(written, *table), 1);
                         QVERIFY(test::sameFields((*table)[0], first));
                     }
@@ -228,7 +228,7 @@ private slots:
                         continue;
                     const QString got = readHeader<Kind>(test::lines(file, eol), first);
                     QVERIFY2(expected.endsWith(' ') || crOnly ? got.startsWith(expected) : got == expected,
-                             qPrintable(QString(Kind::noun.data()) + ": " + got));
+                             qPrintable(QString(Kind::info.name.data()) + ": " + got));
                 }
                 if (crOnly)
                     break; // told at line 1 whatever follows

@@ -66,7 +66,7 @@ inline QString describe(const ObjectRecord& o) {
 
 // The kinds; rooms are written with zone 30 unless a test says otherwise.
 template <typename Base> struct Kind : Base {
-    static std::string write(typename Base::Table& table, int count, std::int32_t zone = 30) {
+    static std::string write(typename Base::File& table, int count, std::int32_t zone = 30) {
         return Base::write(table, count, zone);
     }
 };
@@ -100,7 +100,7 @@ inline std::string rewritten(const QString& path, int* count = nullptr) {
         return writeZone(zone);
     }
     byExtension(name, [&]<typename Kind>() {
-        auto table = std::make_unique<typename Kind::Table>();
+        auto table = std::make_unique<typename Kind::File>();
         const int read = Kind::read(readBytes(path), *table);
         if (count)
             *count = read;
@@ -125,7 +125,7 @@ template <typename Kind> void checkReads() {
     QFETCH(int, count);
     QFETCH(QString, first);
     for (const char* eol : {"\r\n", "\n"}) {
-        auto table = std::make_unique<typename Kind::Table>();
+        auto table = std::make_unique<typename Kind::File>();
         const std::string bytes = lines(file, eol);
         QCOMPARE(Kind::read(bytes, *table), count);
         QCOMPARE(describe((*table)[0]), first);
@@ -144,7 +144,7 @@ template <typename Kind> void checkRefuses() {
     const QString path = dir.filePath(QStringLiteral("30.zone"));
     for (const char* eol : {"\r\n", "\n"}) {
         writeBytes(path, lines(file, eol));
-        auto table = std::make_unique<typename Kind::Table>();
+        auto table = std::make_unique<typename Kind::File>();
         const LoadOutcome outcome = loadZoneTable(path.toStdString(), *table, Kind::read);
         QVERIFY(!outcome.ok);
         QCOMPARE(outcome.line, line);
@@ -157,13 +157,13 @@ template <typename Kind> void checkRefuses() {
 // to the same fields and is written again byte for byte.  Returns it.
 template <typename Kind>
 std::string storedRoundTrip(const std::string& bytes, std::int32_t zone = 30, bool lf = false) {
-    auto table = std::make_unique<typename Kind::Table>();
+    auto table = std::make_unique<typename Kind::File>();
     if (lf)
         table->lineEnd = LineEnd::Lf;
     const int count = bytes.empty() ? 0 : Kind::read(bytes, *table);
     storeAll(*table, count);
     const std::string text = Kind::write(*table, count, zone);
-    auto again = std::make_unique<typename Kind::Table>();
+    auto again = std::make_unique<typename Kind::File>();
     [&] {
         QCOMPARE(Kind::read(text, *again), count);
         for (std::size_t slot = 0; slot <= std::size_t(count); ++slot) {

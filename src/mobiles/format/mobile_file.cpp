@@ -109,17 +109,16 @@ int readMobiles(std::string_view bytes, MobileTable& table) {
                        });
 }
 
-std::string writeMobiles(MobileTable& table, int count) {
-    return writeRecords(table, count, 320, [&](TextWriter& out, MobileRecord& mobile) {
+std::string writeMobiles(const MobileTable& table, int count) {
+    return writeRecords(table, count, 320, [&](TextWriter& out, const MobileRecord& mobile) {
         out.tildeString(mobile.Alias);
         out.tildeString(mobile.SDesc);
         out.tildeText(mobile.LDesc);
         out.tildeText(mobile.DDesc);
-        if (mobile.ActionBitV.empty())
-            mobile.ActionBitV = "0";
-        if (mobile.AffectBitV.empty())
-            mobile.AffectBitV = "0";
-        out.put(mobile.ActionBitV).put(' ').put(mobile.AffectBitV).put(' ');
+        const auto flags = [](const std::string& text) -> std::string_view {
+            return text.empty() ? std::string_view("0") : std::string_view(text);
+        };
+        out.put(flags(mobile.ActionBitV)).put(' ').put(flags(mobile.AffectBitV)).put(' ');
         out.number(mobile.Align).put(' ').put(mobile.TypeLetter).endLine();
         out.number(mobile.Level).put(' ').number(mobile.THAC0).put(' ').number(mobile.AC);
         out.put(' ').put(mobile.MHP).put(' ').put(mobile.BHD).endLine();

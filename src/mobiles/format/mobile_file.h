@@ -16,10 +16,10 @@ int readMobiles(std::string_view bytes, MobileTable& table);
 
 // The text of a mobile file holding slots 0 to count - 1, in the table's line
 // ends.  A mobile read and not stored since is written as it was read.  For
-// any other, an empty action or affect flag text is set to `0` in the table
-// before it is written, and extended values are followed by their block's
+// any other, an empty action or affect flag text is written as `0`, and
+// extended values are followed by their block's
 // `E` line whatever the type letter says: without it the next record's
 // lines would be read as part of the block.
-std::string writeMobiles(MobileTable& table, int count);
+std::string writeMobiles(const MobileTable& table, int count);
 
 } // namespace marl

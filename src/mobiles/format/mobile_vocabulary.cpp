@@ -17,18 +17,6 @@ constexpr NumericRule kBonusRule = rangeRule(6, kInt32Min, kInt32Max, true);
 
 } // namespace
 
-const EditorText kMobileEditor = {
-    "formMobile",
-    "Mobile Editor",
-    "Changes to Mobile Not Saved.",
-    "Mobile Not Saved",
-    "Mobile Not Deleted",
-    "Overwrite Existing Mobile?",
-    "Overwrite Existing Mobile",
-    "Really Delete This Mobile?",
-    "Zone Already Contains 99 Mobiles",
-};
-
 // Over a third of the stock mobiles are evil, so the alignment takes `-`.
 const std::array<FieldDef, 16> kMobileFields = {{
     number("frameVNum", "VNum", "textVNum", digitsRule(5)),

@@ -16,7 +16,6 @@
 namespace marl {
 
 // The editor window.
-extern const EditorText kMobileEditor;
 inline constexpr const char* kMobileListFrame = "frameMobileSelect";
 inline constexpr const char* kMobileListFrameCaption = "Mobile Select";
 inline constexpr const char* kMobileList = "listMobileSelect";

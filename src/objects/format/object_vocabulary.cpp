@@ -2,18 +2,6 @@
 
 namespace marl {
 
-const EditorText kObjectEditor = {
-    "formObject",
-    "Object Editor",
-    "Changes to Object Not Saved.",
-    "Object Not Saved",
-    "Object Not Deleted",
-    "Overwrite Existing Object?",
-    "Overwrite Existing Object",
-    "Really Delete This Object?",
-    "Zone Already Contains 99 Objects",
-};
-
 namespace {
 constexpr NumericRule kAmountRule = rangeRule(0, 0, kInt32Max);
 }

@@ -13,7 +13,6 @@
 namespace marl {
 
 // The editor window.
-extern const EditorText kObjectEditor;
 inline constexpr const char* kObjectListFrame = "frameObjectSelect";
 inline constexpr const char* kObjectListFrameCaption = "Object Select";
 inline constexpr const char* kObjectList = "listObjectSelect";
