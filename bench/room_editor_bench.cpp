@@ -118,7 +118,7 @@ int main(int argc, char** argv) {
     // The part of a save that is the disk's: the safe write alone, with its
     // flush to the disk.
     std::vector<double> writing;
-    const std::string bytes = writeRooms(roomTable(), editor.recordCount(), zone);
+    const std::string bytes = writeRooms(editor.records().file(), editor.recordCount(), zone);
     for (int run = 0; run < runs; ++run) {
         std::string reason;
         const auto start = Clock::now();

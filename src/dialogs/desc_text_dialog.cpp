@@ -12,7 +12,7 @@ namespace marl {
 
 using namespace ui;
 
-DescTextDialog::DescTextDialog(const DialogText& text, TextField field, DialogOwner& owner,
+DescTextDialog::DescTextDialog(const DialogText& text, Shown<std::string> field, DialogOwner& owner,
                                Prompts& prompts)
     : OwnedDialog(owner, prompts, DialogQuestions::of(text)), field_(std::move(field)) {
     setObjectName(QString::fromLatin1(text.form));
@@ -40,9 +40,8 @@ DescTextDialog::DescTextDialog(const DialogText& text, TextField field, DialogOw
     connect(buttonClearAll_, &QPushButton::clicked, this, [this] { onClearAll(textDesc_); });
 }
 
-void DescTextDialog::SetupForm(int recordIndex) {
-    recordIndex_ = recordIndex;
-    textDesc_->setPlainText(toWidgetText(field_(recordIndex_)));
+void DescTextDialog::SetupForm() {
+    textDesc_->setPlainText(toWidgetText(*field_));
     textDesc_->setFocus();
     changed_ = false;
 }
@@ -53,7 +52,7 @@ void DescTextDialog::ClearAll() {
 
 void DescTextDialog::onDone() {
     if (changed_) {
-        field_(recordIndex_) = fromWidgetText(textDesc_->toPlainText());
+        *field_ = fromWidgetText(textDesc_->toPlainText());
         tellOwnerStored();
     }
     finish();

@@ -91,8 +91,7 @@ void ExtraDescsDialog::connectHandlers() {
     connect(buttons_.cancel, &QPushButton::clicked, this, &ExtraDescsDialog::onCancel);
 }
 
-void ExtraDescsDialog::SetupForm(int recordIndex) {
-    recordIndex_ = recordIndex;
+void ExtraDescsDialog::SetupForm() {
     const ExtraDescList& list = pairs();
     count_ = extraDescCount(list);
     QStringList lines;

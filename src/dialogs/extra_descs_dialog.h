@@ -1,13 +1,12 @@
 #pragma once
 // The extra-descriptions dialog of the room and object editors (one class,
-// set up by a variant).  Each pair is a keyword list and the text "look
-// <keyword>" prints.  The list buttons edit the pairs in the editor's table
-// straight away and tell the editor its record changed; Done and Cancel only
-// guard what is typed into the two fields and not yet added or updated.
-
-#include <functional>
+// set up by a variant), on the record the editor shows.  Each pair is a keyword list and the text
+// "look <keyword>" prints.  The list buttons edit the pairs in that record straight away and tell
+// the editor its record changed; Done and Cancel only guard what is typed into the two fields and
+// not yet added or updated.
 
 #include "editor/owned_dialog.h"
+#include "editor/shown.h"
 #include "widgets/entry_list.h"
 #include "world/record_table.h"
 
@@ -22,8 +21,8 @@ class TildeTextEdit;
 struct ExtraDescsVariant {
     QString formName;     // formRoomExtraDescs, formObjectExtraDescs
     QString frameCaption; // "Room Extra Descriptions", "Object Extra Descriptions"
-    // The pairs of the record in a slot of the editor's table.
-    std::function<ExtraDescList&(int record)> pairs;
+    // The pairs of the record the editor shows.
+    Shown<ExtraDescList> pairs;
     // Whether Done with unstored text also marks the owner's record changed.
     bool hasChangedWhenPending = false;
 };
@@ -35,7 +34,7 @@ public:
     // dialog is open, and enabled again here whichever way the dialog closes.
     ExtraDescsDialog(ExtraDescsVariant variant, DialogOwner& owner, Prompts& prompts);
 
-    void SetupForm(int recordIndex);
+    void SetupForm();
     void ClearAll() override;
 
     bool editing() const { return entries_->editing(); }
@@ -44,7 +43,7 @@ public:
 private:
     void buildLayout();
     void connectHandlers();
-    ExtraDescList& pairs() const { return variant_.pairs(recordIndex_); }
+    ExtraDescList& pairs() const { return *variant_.pairs; }
     void setPair(int slot, ExtraDesc pair);
     void onFieldChanged(bool fieldEmpty);
     void onEdit();
@@ -57,7 +56,6 @@ private:
     void showEditedLine(int line);
 
     ExtraDescsVariant variant_;
-    int recordIndex_ = 0;
     int count_ = 0;
 
     QListWidget* listExtraDescs_ = nullptr;

@@ -37,7 +37,6 @@ struct MobileKind {
         checkMobileTexts(found, mobile, lineEnd);
         return found;
     }
-    static File& table() { return mobileTable(); }
     static const std::string& listName(const Record& mobile) { return mobile.SDesc; }
 };
 

@@ -35,7 +35,6 @@ struct ObjectKind {
     static Findings problems(const Record& object, LineEnd lineEnd) {
         return objectProblems(object, lineEnd);
     }
-    static File& table() { return objectTable(); }
     static const std::string& listName(const Record& object) { return object.SDesc; }
 };
 

@@ -39,7 +39,6 @@ struct RoomKind {
         checkRoomTexts(found, room, lineEnd);
         return found;
     }
-    static File& table() { return roomTable(); }
     // What the editor's list shows after the VNum.
     static const std::string& listName(const Record& room) { return room.Name; }
 };

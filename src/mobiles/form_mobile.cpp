@@ -4,10 +4,9 @@
 #include <QPushButton>
 
 #include "dialogs/desc_text_dialog.h"
-#include "kinds/mobile_kind.h"
+#include "editor/field_table.h"
 #include "mobiles/form_mobile_especs.h"
 #include "mobiles/form_mobile_flags.h"
-#include "mobiles/format/mobile_file.h"
 #include "widgets/prompts.h"
 #include "widgets/qt_text.h"
 #include "widgets/vocab_controls.h"
@@ -16,13 +15,6 @@
 namespace marl {
 
 namespace {
-
-std::unique_ptr<MobileDocument> makeMobileDocument() {
-    return std::make_unique<MobileDocument>(
-        mobileTable(), ".mob", readMobiles,
-        [](MobileTable& table, int count, std::int32_t) { return writeMobiles(table, count); },
-        [](const MobileRecord& mobile) { return mobile.SDesc; });
-}
 
 // The values a new mobile starts with, by control: level 1, THAC0 20 and
 // 1d1+0 for both dice.
@@ -51,9 +43,7 @@ template <typename Number> Number numberOf(const QLineEdit* field) {
 
 } // namespace
 
-FormMobile::FormMobile(EditorHost& host)
-    : EditorWindow(host, makeMobileDocument(), MobileKind::info.editor, kMobileFields.front().rule),
-      mobiles_(static_cast<MobileDocument&>(document())) {
+FormMobile::FormMobile(EditorHost& host) : KindEditor(host, kMobileFields.front().rule) {
     buildLayout();
     for (QLineEdit* edit : fields_)
         connect(edit, &QLineEdit::textChanged, this, &FormMobile::onFieldChanged);
@@ -75,7 +65,7 @@ QLineEdit* FormMobile::field(const char* control) const {
 // Every value is shown as it stands, also one outside its field's range or a
 // dice text without its `d` or `+`: showing a mobile never changes it.
 void FormMobile::parseRecord() {
-    const MobileRecord& mobile = mobiles_.current();
+    const MobileRecord& mobile = shown();
     const auto show = [this](const char* control, const QString& text) {
         field(control)->setText(text);
     };
@@ -124,7 +114,7 @@ void FormMobile::newFields() {
 // The flags, the extended values and the detailed description are the
 // dialogs' part: they stay as the dialogs left them in the record.
 void FormMobile::storeRecord() {
-    MobileRecord& mobile = mobiles_.pending();
+    MobileRecord& mobile = pending();
     mobile.VNum = numberOf<std::int32_t>(field("textVNum"));
     mobile.Alias = toBytes(field("textAlias")->text());
     mobile.SDesc = toBytes(field("textSDesc")->text());
@@ -146,7 +136,7 @@ void FormMobile::storeRecord() {
 }
 
 bool FormMobile::checkFields() {
-    return checkFieldTable(kMobileFields, fields_);
+    return checkFieldTable(kMobileFields, fields_, host().prompts(), words(text().notSavedTitle));
 }
 
 // ---- Change handlers -------------------------------------------------------
@@ -160,30 +150,26 @@ void FormMobile::onFieldChanged() {
 
 void FormMobile::onActionFlags() {
     auto* dialog = new FormMobileFlags(kActionFlagDialog, *this, host().prompts());
-    dialog->SetupForm(currentIndex());
+    dialog->SetupForm(shownRecord());
     showDialog(dialog);
 }
 
 void FormMobile::onAffectFlags() {
     auto* dialog = new FormMobileFlags(kAffectFlagDialog, *this, host().prompts());
-    dialog->SetupForm(currentIndex());
+    dialog->SetupForm(shownRecord());
     showDialog(dialog);
 }
 
 void FormMobile::onESpecs() {
     auto* dialog = new FormMobileESpecs(*this, host().prompts());
-    dialog->SetupForm(currentIndex());
+    dialog->SetupForm(shownRecord());
     showDialog(dialog);
 }
 
 void FormMobile::onDetailedDesc() {
-    auto* dialog = new DescTextDialog(
-        kMobileDescDialog,
-        [](int slot) -> std::string& {
-            return mobileTable()[static_cast<std::size_t>(slot)].DDesc;
-        },
-        *this, host().prompts());
-    dialog->SetupForm(currentIndex());
+    auto* dialog = new DescTextDialog(kMobileDescDialog, shownPart(&MobileRecord::DDesc), *this,
+                                      host().prompts());
+    dialog->SetupForm();
     showDialog(dialog);
 }
 

@@ -8,7 +8,8 @@
 #include <array>
 #include <cstdint>
 
-#include "editor/editor_window.h"
+#include "editor/record_editor.h"
+#include "kinds/mobile_kind.h"
 #include "mobiles/format/mobile_record.h"
 #include "mobiles/format/mobile_vocabulary.h"
 
@@ -19,16 +20,13 @@ namespace marl {
 
 class OptionGroup;
 
-using MobileDocument = RecordDocument<MobileRecord>;
-
-class FormMobile : public EditorWindow {
+class FormMobile : public KindEditor<MobileKind> {
     Q_OBJECT
 public:
     explicit FormMobile(EditorHost& host);
 
     void NewMobile(std::int32_t zone) { newZone(zone); }
     void LoadMobile(int slot) { LoadRecord(slot); }
-    MobileDocument& mobiles() { return mobiles_; }
 
 protected:
     void parseRecord() override;
@@ -50,8 +48,6 @@ private:
     void onAffectFlags();
     void onESpecs();
     void onDetailedDesc();
-
-    MobileDocument& mobiles_;
 
     // The sixteen fields in the order of kMobileFields (textVNum first).
     std::array<QLineEdit*, kMobileFields.size()> fields_{};

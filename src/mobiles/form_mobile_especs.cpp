@@ -84,9 +84,9 @@ FormMobileESpecs::FormMobileESpecs(DialogOwner& owner, Prompts& prompts)
 
 // Values are shown as they stand: an ability out of range, or an attack no
 // option stands for (none selected), is kept unless the builder edits it.
-void FormMobileESpecs::SetupForm(int slot) {
-    recordIndex_ = slot;
-    const MobileRecord& mobile = mobileTable()[static_cast<std::size_t>(slot)];
+void FormMobileESpecs::SetupForm(Shown<MobileRecord> shown) {
+    mobile_ = std::move(shown);
+    const MobileRecord& mobile = *mobile_;
     attacks_->setNumber(mobile.BHA);
     for (std::size_t i = 0; i < kAbilities.size(); ++i) {
         const std::int16_t value = mobile.*kAbilities[i].value;
@@ -111,7 +111,7 @@ void FormMobileESpecs::ClearAll() {
 // ability away, and a mobile with nothing left becomes an "S" mobile.
 void FormMobileESpecs::onDone() {
     if (changed_) {
-        MobileRecord& mobile = mobileTable()[static_cast<std::size_t>(recordIndex_)];
+        MobileRecord& mobile = *mobile_;
         mobile.BHA = static_cast<std::int16_t>(attacks_->number());
         for (std::size_t i = 0; i < kAbilities.size(); ++i) {
             const std::optional<std::int32_t> value = fieldNumber(abilities_[i]);

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "editor/owned_dialog.h"
+#include "editor/shown.h"
 #include "mobiles/format/mobile_vocabulary.h"
 
 class QPushButton;
@@ -21,14 +22,14 @@ class FormMobileESpecs : public OwnedDialog {
 public:
     FormMobileESpecs(DialogOwner& owner, Prompts& prompts);
 
-    // Shows the extended values of the mobile in `slot`.
-    void SetupForm(int slot);
+    // Shows the extended values of the mobile shown.
+    void SetupForm(Shown<MobileRecord> mobile);
     void ClearAll() override;
 
 private:
     void onDone();
 
-    int recordIndex_ = 0;
+    Shown<MobileRecord> mobile_;
 
     OptionGroup* attacks_ = nullptr;
     std::array<NumericField*, kAbilities.size()> abilities_{};

@@ -42,9 +42,9 @@ FormMobileFlags::FormMobileFlags(const FlagDialogDef& def, DialogOwner& owner, P
             [this] { onClearAll(flags_->boxes().front()); });
 }
 
-void FormMobileFlags::SetupForm(int slot) {
-    recordIndex_ = slot;
-    flags_->setFlagText(mobileTable()[static_cast<std::size_t>(slot)].*def_.field);
+void FormMobileFlags::SetupForm(Shown<MobileRecord> mobile) {
+    mobile_ = std::move(mobile);
+    flags_->setFlagText((*mobile_).*def_.field);
     flags_->boxes().front()->setFocus();
     changed_ = false;
 }
@@ -53,10 +53,10 @@ void FormMobileFlags::ClearAll() {
     flags_->uncheckAll();
 }
 
-// Without a change the slot keeps its flag text exactly as it was read.
+// Without a change the mobile keeps its flag text exactly as it was read.
 void FormMobileFlags::onDone() {
     if (changed_) {
-        mobileTable()[static_cast<std::size_t>(recordIndex_)].*def_.field = flags_->flagText();
+        (*mobile_).*def_.field = flags_->flagText();
         tellOwnerStored();
     }
     finish();

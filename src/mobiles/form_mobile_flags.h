@@ -1,9 +1,10 @@
 #pragma once
 // formMobileAction and formMobileAffect: one dialog of flag check boxes,
 // configured with the action or the affect letter table.  It edits one flag
-// text of the mobile in a slot of the mobile table and stores it on Done.
+// text of the mobile shown and stores it on Done.
 
 #include "editor/owned_dialog.h"
+#include "editor/shown.h"
 #include "mobiles/format/mobile_vocabulary.h"
 
 class QPushButton;
@@ -19,15 +20,15 @@ public:
     // `def` is kActionFlagDialog or kAffectFlagDialog.
     FormMobileFlags(const FlagDialogDef& def, DialogOwner& owner, Prompts& prompts);
 
-    // Shows the flags of the mobile in `slot`.
-    void SetupForm(int slot);
+    // Shows the flags of the mobile shown.
+    void SetupForm(Shown<MobileRecord> mobile);
     void ClearAll() override;
 
 private:
     void onDone();
 
     const FlagDialogDef& def_;
-    int recordIndex_ = 0;
+    Shown<MobileRecord> mobile_;
 
     FlagGrid* flags_ = nullptr;
 };

@@ -14,6 +14,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "editor/field_table.h"
 #include "mobiles/form_mobile.h"
 #include "widgets/qt_text.h"
 #include "widgets/qt_widgets.h"
@@ -44,7 +45,7 @@ void FormMobile::buildLayout() {
     // Every field in a frame of its own, made from the field table; the
     // dice frames hold three fields each and are made below.
     const std::vector<QGroupBox*> frames =
-        makeFields(kMobileFields, fields_, [](const FieldDef& def) {
+        makeFields(this, kMobileFields, fields_, textVNum_, [](const FieldDef& def) {
             return std::string_view(def.frame) == "frameMHP" ||
                    std::string_view(def.frame) == "frameBHD";
         });

@@ -4,11 +4,10 @@
 #include <QPushButton>
 
 #include "dialogs/desc_text_dialog.h"
-#include "kinds/object_kind.h"
 #include "dialogs/extra_descs_dialog.h"
+#include "editor/field_table.h"
 #include "objects/form_object_affects.h"
 #include "objects/form_object_values.h"
-#include "objects/format/object_file.h"
 #include "objects/format/object_values.h"
 #include "widgets/prompts.h"
 #include "widgets/qt_text.h"
@@ -17,13 +16,6 @@
 namespace marl {
 
 namespace {
-
-std::unique_ptr<ObjectDocument> makeObjectDocument() {
-    return std::make_unique<ObjectDocument>(
-        objectTable(), ".obj", readObjects,
-        [](ObjectTable& table, int count, std::int32_t) { return writeObjects(table, count); },
-        [](const ObjectRecord& object) { return object.SDesc; });
-}
 
 // A new object weighs, costs and rents nothing.
 constexpr std::array<const char*, 3> kZeroFields = {"textWeight", "textCost", "textRPD"};
@@ -34,9 +26,7 @@ template <typename Number> Number numberOf(const QLineEdit* field) {
 
 } // namespace
 
-FormObject::FormObject(EditorHost& host)
-    : EditorWindow(host, makeObjectDocument(), ObjectKind::info.editor, kObjectFields.front().rule),
-      objects_(static_cast<ObjectDocument&>(document())) {
+FormObject::FormObject(EditorHost& host) : KindEditor(host, kObjectFields.front().rule) {
     buildLayout();
     for (QLineEdit* edit : fields_)
         connect(edit, &QLineEdit::textChanged, this, &FormObject::onFieldChanged);
@@ -69,7 +59,7 @@ int FormObject::CurrentType() const {
 // range, a type without an option or a flag without a box: showing an
 // object never changes it.
 void FormObject::parseRecord() {
-    const ObjectRecord& object = objects_.current();
+    const ObjectRecord& object = shown();
     const auto show = [this](const char* control, const QString& text) {
         field(control)->setText(text);
     };
@@ -112,7 +102,7 @@ void FormObject::newFields() {
 // dialogs' part: they stay as the dialogs left them in the record.  The
 // flags are written in table order, then any letter without a box.
 void FormObject::storeRecord() {
-    ObjectRecord& object = objects_.pending();
+    ObjectRecord& object = pending();
     object.VNum = numberOf<std::int32_t>(field("textVNum"));
     object.Alias = toBytes(field("textAlias")->text());
     object.SDesc = toBytes(field("textSDesc")->text());
@@ -128,7 +118,7 @@ void FormObject::storeRecord() {
 // The long description may be empty; an object without an alias stops the
 // server's boot.
 bool FormObject::checkFields() {
-    return checkFieldTable(kObjectFields, fields_);
+    return checkFieldTable(kObjectFields, fields_, host().prompts(), words(text().notSavedTitle));
 }
 
 // ---- Change handlers -------------------------------------------------------
@@ -162,13 +152,13 @@ void FormObject::onValues() {
     if (!buttonValues_->isEnabled())
         return;
     auto* dialog = new FormObjectValues(*this, host().prompts());
-    dialog->SetupForm(currentIndex(), CurrentType());
+    dialog->SetupForm(shownRecord(), CurrentType());
     showDialog(dialog);
 }
 
 void FormObject::onAffects() {
     auto* dialog = new FormObjectAffects(*this, host().prompts());
-    dialog->SetupForm(currentIndex());
+    dialog->SetupForm(shownRecord());
     showDialog(dialog);
 }
 
@@ -176,22 +166,16 @@ void FormObject::onExtraDescs() {
     ExtraDescsVariant variant;
     variant.formName = QStringLiteral("formObjectExtraDescs");
     variant.frameCaption = QStringLiteral("Object Extra Descriptions");
-    variant.pairs = [](int record) -> ExtraDescList& {
-        return objectTable()[static_cast<std::size_t>(record)].ExtraDescs;
-    };
+    variant.pairs = shownPart(&ObjectRecord::ExtraDescs);
     auto* dialog = new ExtraDescsDialog(std::move(variant), *this, host().prompts());
-    dialog->SetupForm(currentIndex());
+    dialog->SetupForm();
     showDialog(dialog);
 }
 
 void FormObject::onActionDesc() {
-    auto* dialog = new DescTextDialog(
-        kObjectActionDescDialog,
-        [](int slot) -> std::string& {
-            return objectTable()[static_cast<std::size_t>(slot)].ADesc;
-        },
-        *this, host().prompts());
-    dialog->SetupForm(currentIndex());
+    auto* dialog = new DescTextDialog(kObjectActionDescDialog, shownPart(&ObjectRecord::ADesc),
+                                      *this, host().prompts());
+    dialog->SetupForm();
     showDialog(dialog);
 }
 

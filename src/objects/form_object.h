@@ -9,7 +9,8 @@
 #include <array>
 #include <cstdint>
 
-#include "editor/editor_window.h"
+#include "editor/record_editor.h"
+#include "kinds/object_kind.h"
 #include "objects/format/object_record.h"
 #include "objects/format/object_vocabulary.h"
 
@@ -21,16 +22,13 @@ namespace marl {
 class FlagGrid;
 class OptionGroup;
 
-using ObjectDocument = RecordDocument<ObjectRecord>;
-
-class FormObject : public EditorWindow {
+class FormObject : public KindEditor<ObjectKind> {
     Q_OBJECT
 public:
     explicit FormObject(EditorHost& host);
 
     void NewObject(std::int32_t zone) { newZone(zone); }
     void LoadObject(int slot) { LoadRecord(slot); }
-    ObjectDocument& objects() { return objects_; }
     // The type the options stand for; a type without an option is kept.
     int CurrentType() const;
 
@@ -56,8 +54,6 @@ private:
     void onAffects();
     void onExtraDescs();
     void onActionDesc();
-
-    ObjectDocument& objects_;
 
     // The seven fields in the order of kObjectFields (textVNum first).
     std::array<QLineEdit*, kObjectFields.size()> fields_{};

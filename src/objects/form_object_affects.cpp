@@ -26,10 +26,6 @@ namespace {
 // modifier: the list draws the modifiers at this column.
 constexpr int kModifierColumn = 13;
 
-SlotList<ObjectAffect, kAffectSlots>& affectsOf(int slot) {
-    return objectTable()[static_cast<std::size_t>(slot)].Affects;
-}
-
 QString countCaption(int line) {
     return QStringLiteral("%1 [%2/%3]")
         .arg(QString::fromLatin1(kObjectAffectsDialog.title))
@@ -122,9 +118,9 @@ void FormObjectAffects::connectHandlers() {
 // Every affect the object holds is listed, as the file will hold them: one
 // of location 0 shows as "None" and keeps its place, since the server reads
 // every `A` block.
-void FormObjectAffects::SetupForm(int slot) {
-    recordIndex_ = slot;
-    const auto& affects = affectsOf(slot);
+void FormObjectAffects::SetupForm(Shown<ObjectRecord> object) {
+    object_ = std::move(object);
+    const auto& affects = object_->Affects;
     count_ = static_cast<int>(affects.count());
     QStringList lines;
     for (int line = 0; line < count_; ++line)
@@ -176,7 +172,7 @@ void FormObjectAffects::onEdit() {
     const int line = entries_->beginEdit();
     if (line < 0)
         return;
-    const ObjectAffect& affect = affectsOf(recordIndex_)[static_cast<std::size_t>(line)];
+    const ObjectAffect& affect = object_->Affects[static_cast<std::size_t>(line)];
     locations_->setNumber(affect.Location);
     textValue_->setText(QString::number(affect.Modifier));
     textValue_->setEnabled(affect.Location != kAffectLocationNone);
@@ -188,7 +184,7 @@ void FormObjectAffects::onEdit() {
 void FormObjectAffects::onAdd() {
     if (!entryReady() || count_ >= kServerAffects || editing())
         return;
-    auto& affects = affectsOf(recordIndex_);
+    auto& affects = object_->Affects;
     affects[static_cast<std::size_t>(count_)] = entry();
     affects.setCount(static_cast<std::size_t>(count_ + 1));
     listObjectAffects_->addItem(affectLine(affects[static_cast<std::size_t>(count_)]));
@@ -206,7 +202,7 @@ void FormObjectAffects::onUpdate() {
     const int line = entries_->editedLine();
     if (line < 0 || !entryReady())
         return;
-    auto& affects = affectsOf(recordIndex_);
+    auto& affects = object_->Affects;
     affects[static_cast<std::size_t>(line)] = entry();
     ClearAll();
     entries_->setLine(line, affectLine(affects[static_cast<std::size_t>(line)]));
@@ -221,7 +217,7 @@ void FormObjectAffects::onRemove() {
     const int line = entries_->selectedLine();
     if (line < 0)
         return;
-    removeEntry(affectsOf(recordIndex_), line);
+    removeEntry(object_->Affects, line);
     --count_;
     if (entries_->removeLine(line)) {
         // An edit of another affect goes on with what is picked and typed.
@@ -237,7 +233,7 @@ void FormObjectAffects::onRemove() {
 }
 
 void FormObjectAffects::onRemoveAll() {
-    affectsOf(recordIndex_).clear();
+    object_->Affects.clear();
     count_ = 0;
     entries_->removeAll();
     ClearAll();

@@ -1,11 +1,13 @@
 #pragma once
 // formObjectAffects: the affects of one object, the (location, modifier)
 // pairs of its `A` blocks; every Add, Update, Remove and Remove All goes
-// into the object table at once and tells the editor its object changed.
+// into the object shown at once and tells the editor its object changed.
 // Done and Cancel only guard what is picked or typed and not yet added or
 // updated.
 
 #include "editor/owned_dialog.h"
+#include "editor/shown.h"
+#include "objects/format/object_record.h"
 #include "widgets/entry_list.h"
 
 class QListWidget;
@@ -15,15 +17,14 @@ namespace marl {
 class NumericField;
 class OptionGroup;
 class Prompts;
-struct ObjectAffect;
 
 class FormObjectAffects : public OwnedDialog {
     Q_OBJECT
 public:
     FormObjectAffects(DialogOwner& owner, Prompts& prompts);
 
-    // Lists the affects of the object in `slot`.
-    void SetupForm(int slot);
+    // Lists the affects of the object shown.
+    void SetupForm(Shown<ObjectRecord> object);
     void ClearAll() override;
 
     // The fields show an affect of the list (after Edit): Update applies.
@@ -48,7 +49,7 @@ private:
     void onRemoveAll();
     void onDone();
 
-    int recordIndex_ = 0;
+    Shown<ObjectRecord> object_;
     int count_ = 0;
 
     OptionGroup* locations_ = nullptr;

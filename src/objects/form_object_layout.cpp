@@ -15,6 +15,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "editor/field_table.h"
 #include "objects/form_object.h"
 #include "widgets/qt_text.h"
 #include "widgets/qt_widgets.h"
@@ -52,7 +53,7 @@ QGroupBox* flagFrame(QWidget* parent, const char* name, const char* caption, Fla
 
 void FormObject::buildLayout() {
     // Every field in a frame of its own, made from the field table.
-    const std::vector<QGroupBox*> frames = makeFields(kObjectFields, fields_);
+    const std::vector<QGroupBox*> frames = makeFields(this, kObjectFields, fields_, textVNum_);
     const auto frameOf = [&](const char* control) {
         return frames[static_cast<std::size_t>(findField(kObjectFields, control) -
                                                kObjectFields.data())];

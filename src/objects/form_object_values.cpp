@@ -14,18 +14,10 @@
 
 namespace marl {
 
-namespace {
-
-ObjectRecord& objectIn(int slot) {
-    return objectTable()[static_cast<std::size_t>(slot)];
-}
-
-} // namespace
-
 // Values are shown as they stand: a number out of a field's range (a stock
 // scroll casts spell 201) stays as it is unless the builder edits it.
-void FormObjectValues::SetupForm(int slot, int type) {
-    slot_ = slot;
+void FormObjectValues::SetupForm(Shown<ObjectRecord> object, int type) {
+    object_ = std::move(object);
     type_ = type;
     ParseValues(type);
     changed_ = false;
@@ -38,7 +30,7 @@ void FormObjectValues::ParseValues(int type) {
         return;
     shown_ = &groups_[static_cast<std::size_t>(group_ - kValueGroups.data())];
     shown_->frame->setEnabled(true);
-    const ObjectRecord& object = objectIn(slot_);
+    const ObjectRecord& object = *object_;
     QWidget* focus = nullptr;
     for (std::size_t v = 0; v < group_->values.size(); ++v) {
         if (NumericField* field = shown_->fields[v]) {
@@ -116,7 +108,7 @@ bool FormObjectValues::checkValues() {
 // The group's values as its table says: a field's number, a poisoned box as
 // -1 or 0, and 0 for a value the group has no field for.
 void FormObjectValues::SaveValues() {
-    ObjectRecord& object = objectIn(slot_);
+    ObjectRecord& object = *object_;
     for (std::size_t v = 0; v < kObjectValues; ++v) {
         switch (group_->values[v].kind) {
         case ValueKind::Stored0:
@@ -149,7 +141,7 @@ void FormObjectValues::onDone() {
 // The server boots an object that fails its checks and logs each failure:
 // the values are stored, and the builder told what the server will log.
 void FormObjectValues::warnOfServerChecks() {
-    ObjectRecord object = objectIn(slot_);
+    ObjectRecord object = *object_;
     object.OType = static_cast<std::int16_t>(type_); // as the editor shows it
     const Findings found = loggedObjectProblems(object);
     if (found.empty())

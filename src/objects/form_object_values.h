@@ -8,6 +8,7 @@
 
 #include "editor/dialog_waiter.h"
 #include "editor/owned_dialog.h"
+#include "editor/shown.h"
 #include "objects/format/object_values.h"
 
 class QCheckBox;
@@ -24,8 +25,8 @@ class FormObjectValues : public OwnedDialog, public DialogOwner {
 public:
     FormObjectValues(DialogOwner& owner, Prompts& prompts);
 
-    // Shows the values of the object in `slot` in the group of `type`.
-    void SetupForm(int slot, int type);
+    // Shows the values of the object shown in the group of `type`.
+    void SetupForm(Shown<ObjectRecord> object, int type);
     // Empties the fields and boxes of the group shown.
     void ClearAll() override;
     // A pick list or the container state handed back a changed number.
@@ -62,7 +63,7 @@ private:
     void onEternal(bool checked);
 
     void warnOfServerChecks();
-    int slot_ = 0;
+    Shown<ObjectRecord> object_;
     int type_ = 0;
     const ValueGroupDef* group_ = nullptr;
     GroupControls* shown_ = nullptr;

@@ -5,9 +5,7 @@
 #include <QPushButton>
 
 #include "dialogs/extra_descs_dialog.h"
-#include "kinds/room_kind.h"
 #include "rooms/form_room_door.h"
-#include "rooms/format/room_file.h"
 #include "widgets/prompts.h"
 #include "widgets/qt_text.h"
 #include "widgets/vocab_controls.h"
@@ -16,23 +14,12 @@ namespace marl {
 
 namespace {
 
-std::unique_ptr<RoomDocument> makeRoomDocument() {
-    return std::make_unique<RoomDocument>(
-        roomTable(), ".wld", readRooms,
-        [](RoomTable& table, int count, std::int32_t zone) {
-            return writeRooms(table, count, zone);
-        },
-        [](const RoomRecord& room) { return room.Name; });
-}
-
 // The VNum field: five digits; the file holds no negative VNum.
 constexpr NumericRule kVNumRule{5, false, false, 0, 0};
 
 } // namespace
 
-FormRoom::FormRoom(EditorHost& host)
-    : EditorWindow(host, makeRoomDocument(), RoomKind::info.editor, kVNumRule),
-      rooms_(static_cast<RoomDocument&>(document())) {
+FormRoom::FormRoom(EditorHost& host) : KindEditor(host, kVNumRule) {
     buildLayout();
     connectHandlers();
 }
@@ -127,7 +114,7 @@ void FormRoom::ClearExits() {
 // ---- Window to record -----------------------------------------------------
 
 void FormRoom::storeRecord() {
-    RoomRecord& room = rooms_.pending();
+    RoomRecord& room = pending();
     room.VNum = *fieldNumber(textVNum_);
     room.Desc = fromWidgetText(textDesc_->toPlainText());
     room.Name = toBytes(textName_->text());
@@ -226,8 +213,11 @@ void FormRoom::onDestinationEdited(int slot) {
 void FormRoom::onExitButton(int slot) {
     doorExit_ = slot;
     auto* door = new FormRoomDoor(*this, host().prompts());
-    door->SetupForm(currentIndex(), slot, QString::fromLatin1(kExits[slot].caption),
-                    exitFields_[slot]->text(), vnumText());
+    door->SetupForm(Shown<ExitRecord>([this, slot]() -> ExitRecord& {
+                        return shown().Exits[static_cast<std::size_t>(slot)];
+                    }),
+                    slot, QString::fromLatin1(kExits[slot].caption), exitFields_[slot]->text(),
+                    vnumText());
     showDialog(door);
 }
 
@@ -236,12 +226,10 @@ void FormRoom::onExtraDescs() {
     ExtraDescsVariant variant;
     variant.formName = QStringLiteral("formRoomExtraDescs");
     variant.frameCaption = QStringLiteral("Room Extra Descriptions");
-    variant.pairs = [](int record) -> ExtraDescList& {
-        return roomTable()[static_cast<std::size_t>(record)].ExtraDescs;
-    };
+    variant.pairs = shownPart(&RoomRecord::ExtraDescs);
     variant.hasChangedWhenPending = true;
     auto* dialog = new ExtraDescsDialog(std::move(variant), *this, host().prompts());
-    dialog->SetupForm(currentIndex());
+    dialog->SetupForm();
     showDialog(dialog);
 }
 

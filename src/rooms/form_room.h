@@ -7,7 +7,8 @@
 #include <array>
 #include <cstdint>
 
-#include "editor/editor_window.h"
+#include "editor/record_editor.h"
+#include "kinds/room_kind.h"
 #include "rooms/format/room_record.h"
 
 class QCheckBox;
@@ -21,16 +22,13 @@ class NumericField;
 class OptionGroup;
 class TildeTextEdit;
 
-using RoomDocument = RecordDocument<RoomRecord>;
-
-class FormRoom : public EditorWindow {
+class FormRoom : public KindEditor<RoomKind> {
     Q_OBJECT
 public:
     explicit FormRoom(EditorHost& host);
 
     void NewRoom(std::int32_t zone) { newZone(zone); }
     void LoadRoom(int slot) { LoadRecord(slot); }
-    RoomDocument& rooms() { return rooms_; }
 
     // The shown record's exits to the window.
     void ParseExits();
@@ -50,7 +48,6 @@ private:
     void setTabOrderChain();
     void connectHandlers();
 
-    RoomRecord& shown() { return rooms_.current(); }
     void KillExits(RoomRecord& room);
     void SaveExits(RoomRecord& room);
 
@@ -63,7 +60,6 @@ private:
     void onDestinationChanged(int slot);
     void onDestinationEdited(int slot);
 
-    RoomDocument& rooms_;
     // The exit of the door dialog last opened, -1 for another dialog.
     int doorExit_ = -1;
 

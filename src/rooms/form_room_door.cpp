@@ -152,14 +152,9 @@ void FormRoomDoor::connectHandlers() {
     connect(buttonClearAll_, &QPushButton::clicked, this, [this] { onClearAll(textKeywords_); });
 }
 
-ExitRecord& FormRoomDoor::exit() {
-    return roomTable()[static_cast<std::size_t>(roomSlot_)]
-        .Exits[static_cast<std::size_t>(exitSlot_)];
-}
-
-void FormRoomDoor::SetupForm(int roomSlot, int exitSlot, const QString& direction,
+void FormRoomDoor::SetupForm(Shown<ExitRecord> shownExit, int exitSlot, const QString& direction,
                              const QString& destination, const QString& fromVNum) {
-    roomSlot_ = roomSlot;
+    exit_ = std::move(shownExit);
     exitSlot_ = exitSlot;
     doorKind_ = 0;
     // A destination that reads as a number is shown in plain decimal; any

@@ -1,12 +1,14 @@
 #pragma once
 // formRoomDoor ("Door Properties"): one exit of the room being edited, with
 // its destination, door kind, key, keywords and description.  It reads the
-// exit from the room table and writes it back on Done; the room editor waits,
+// exit from the room shown and writes it back on Done; the room editor waits,
 // disabled, until it closes.
 
 #include <cstdint>
 
 #include "editor/owned_dialog.h"
+#include "editor/shown.h"
+#include "rooms/format/room_record.h"
 
 class QCheckBox;
 class QLineEdit;
@@ -18,29 +20,28 @@ namespace marl {
 class NumericField;
 class Prompts;
 class TildeTextEdit;
-struct ExitRecord;
 
 class FormRoomDoor : public OwnedDialog {
     Q_OBJECT
 public:
     FormRoomDoor(DialogOwner& owner, Prompts& prompts);
 
-    // The room slot, the exit slot (0 north to 5 down), the caption of the
-    // exit's check box, the text of its destination field and the text of
+    // The exit of the room shown, its slot (0 north to 5 down), the caption
+    // of its check box, the text of its destination field and the text of
     // the room editor's VNum field.
-    void SetupForm(int roomSlot, int exitSlot, const QString& direction, const QString& destination,
-                   const QString& fromVNum);
+    void SetupForm(Shown<ExitRecord> exit, int exitSlot, const QString& direction,
+                   const QString& destination, const QString& fromVNum);
     void ClearAll() override;
 
 private:
     void buildLayout();
     void connectHandlers();
-    ExitRecord& exit();
+    ExitRecord& exit() { return *exit_; }
     void onDoorKind(int kind);
     void onRememberingBox(QLineEdit* field, std::int32_t ExitRecord::*remembered, bool checked);
     void onDone();
 
-    int roomSlot_ = 0;
+    Shown<ExitRecord> exit_;
     int exitSlot_ = 0;
     std::int16_t doorKind_ = 0;
     QString openedDestination_;

@@ -25,6 +25,11 @@ private slots:
 namespace {
 
 ExtraDescList records[2];
+// The objects the affects dialog is tried on: it shows the one in slot 1.
+ObjectTable& objects() {
+    static ObjectTable table;
+    return table;
+}
 
 QString affectsText(const ObjectRecord& object) {
     QStringList pairs;
@@ -72,10 +77,10 @@ void SubDialogsTest::extraDescs() {
         records[1].append() = {"k" + std::to_string(i), std::to_string(i)};
     if (count == 2)
         records[1][3] = {"hidden", "3"};
-    OnRecord<ExtraDescsDialog> f([](auto& dialog) { dialog.SetupForm(1); }, ExtraDescsVariant{
+    OnRecord<ExtraDescsDialog> f([](auto& dialog) { dialog.SetupForm(); }, ExtraDescsVariant{
         room ? "formRoomExtraDescs" : "formObjectExtraDescs",
         room ? "Room Extra Descriptions" : "Object Extra Descriptions",
-        [](int record) -> ExtraDescList& { return records[record]; }, room});
+        Shown<ExtraDescList>([]() -> ExtraDescList& { return records[1]; }), room});
     f.values = [] {
         QStringList pairs;
         for (std::size_t slot = 0; slot < records[1].count(); ++slot)
@@ -140,10 +145,10 @@ namespace {
 // The object's affects in use, the entry after them, their count, the file
 // written and read back, the other object.
 std::map<QString, QString> affectValues() {
-    const ObjectRecord& object = objectTable()[1];
+    const ObjectRecord& object = objects()[1];
     const std::size_t used = object.Affects.count();
     const ObjectAffect& after = object.Affects[used < kAffectSlots ? used : 0];
-    auto table = std::make_unique<ObjectTable>(objectTable());
+    auto table = std::make_unique<ObjectTable>(objects());
     (*table)[1].Source.clear(); // stored from the window
     auto back = std::make_unique<ObjectTable>();
     const bool read = readObjects(writeObjects(*table, 2), *back) == 2;
@@ -151,7 +156,7 @@ std::map<QString, QString> affectValues() {
             {"after", QString("%1:%2").arg(after.Location).arg(after.Modifier)},
             {"count", QString::number(used)},
             {"written", read ? affectsText((*back)[1]) : "unreadable"},
-            {"other", affectsText(objectTable()[0])}};
+            {"other", affectsText(objects()[0])}};
 }
 
 } // namespace
@@ -159,23 +164,25 @@ std::map<QString, QString> affectValues() {
 void SubDialogsTest::affects() {
     QFETCH(QString, affects);
     QFETCH(QStringList, steps);
-    ClearObjectTable();
-    objectTable()[0].VNum = 9500;
-    objectTable()[1].VNum = 9501;
-    objectTable()[0].Affects.append() = {2, "", 9};
+    objects().clear();
+    objects()[0].VNum = 9500;
+    objects()[1].VNum = 9501;
+    objects()[0].Affects.append() = {2, "", 9};
     if (affects.startsWith('*'))
         for (int i = 0; i < affects.mid(1).toInt(); ++i)
-            objectTable()[1].Affects.append() = {1, "", i};
+            objects()[1].Affects.append() = {1, "", i};
     else
         for (const QString& pair : affects.split('/', Qt::SkipEmptyParts))
-            objectTable()[1].Affects.append() = {std::int16_t(pair.section(':', 0, 0).toInt()),
+            objects()[1].Affects.append() = {std::int16_t(pair.section(':', 0, 0).toInt()),
                                                  "", pair.section(':', 1).toInt()};
     {
-        OnRecord<FormObjectAffects> f([](auto& dialog) { dialog.SetupForm(1); });
+        OnRecord<FormObjectAffects> f([](auto& dialog) {
+            dialog.SetupForm(Shown<ObjectRecord>([]() -> ObjectRecord& { return objects()[1]; }));
+        });
         f.values = affectValues;
         MARL_PLAY(f.play(steps));
     }
-    ClearObjectTable();
+    objects().clear();
 }
 
 MARL_TEST_MAIN(SubDialogsTest)

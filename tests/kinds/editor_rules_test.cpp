@@ -84,13 +84,13 @@ template <typename Visit> void withSession(const QString& ext, const std::string
                                            const QString& folder, Visit&& visit, int zone = 95) {
     if (ext == ".wld") {
         EditorSession s(file, zone, folder);
-        visit(s, roomTable());
+        visit(s, s.editor->records().file());
     } else if (ext == ".mob") {
         MobileSession s(file, zone, folder);
-        visit(s, mobileTable());
+        visit(s, s.editor->records().file());
     } else {
         ObjectSession s(file, zone, folder);
-        visit(s, objectTable());
+        visit(s, s.editor->records().file());
     }
 }
 

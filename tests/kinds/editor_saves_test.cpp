@@ -277,15 +277,7 @@ void EditorSavesTest::numberOrder() {
         QVERIFY(s.opened);
         MARL_PLAY(s.playAll(steps));
         const std::string saved = s.bytes();
-        auto& table = [&]() -> auto& {
-            if constexpr (std::is_same_v<std::decay_t<decltype(s)>, EditorSession>)
-                return roomTable();
-            else if constexpr (std::is_same_v<std::decay_t<decltype(s)>, MobileSession>)
-                return mobileTable();
-            else
-                return objectTable();
-        }
-        ();
+        const auto& table = s.editor->records().file();
         const int count = s.editor->recordCount();
         QCOMPARE(firstOutOfOrder(table, count), -1);
         const int slot = s.editor->currentIndex();

@@ -132,19 +132,15 @@ struct Session : KindSession<Form> {
             if constexpr (std::is_same_v<Kind, RoomKind>)
                 if (name == "absent") {
                     QString absent;
-                    for (const ExitRecord& exit : roomTable()[this->editor->currentIndex()].Exits)
+                    for (const ExitRecord& exit : this->editor->records().file()[this->editor->currentIndex()].Exits)
                         absent += exit.Absent ? "x" : "-";
                     return absent;
                 }
             if constexpr (std::is_same_v<Kind, ObjectKind>)
                 if (name == "type")
                     return QString::number(this->editor->CurrentType());
-            return this->recordProbe(name, Kind::table(), Kind::read, Describe);
+            return this->recordProbe(name, this->editor->records().file(), Kind::read, Describe);
         };
-    }
-    ~Session() {
-        delete this->editor.data();
-        Kind::table().clear();
     }
 };
 using EditorSession = Session<FormRoom, RoomKind, roomsOf>;

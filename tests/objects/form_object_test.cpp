@@ -11,10 +11,18 @@
 using namespace marl;
 using namespace marl::test;
 
+namespace {
+// The objects the values dialog is tried on: it shows the one in slot 1.
+ObjectTable& objects() {
+    static ObjectTable table;
+    return table;
+}
+} // namespace
+
 class FormObjectTest : public QObject {
     Q_OBJECT
 private slots:
-    void init() { ClearObjectTable(); }
+    void init() { objects().clear(); }
     void editor_data();
     void editor();
     void values_data();
@@ -37,11 +45,11 @@ QString valuesText(const ObjectRecord& object) {
 struct ValuesSession : OnRecord<FormObjectValues> {
     ValuesSession(int type, const QString& numbers)
         : OnRecord([=](FormObjectValues& dialog) {
-              objectTable()[0].Values = {9, 9, 9, 9};
-              objectTable()[1].OType = std::int16_t(type);
+              objects()[0].Values = {9, 9, 9, 9};
+              objects()[1].OType = std::int16_t(type);
               for (int v = 0; v < kObjectValues; ++v)
-                  objectTable()[1].Values[std::size_t(v)] = numbers.split(' ').value(v).toInt();
-              dialog.SetupForm(1, type);
+                  objects()[1].Values[std::size_t(v)] = numbers.split(' ').value(v).toInt();
+              dialog.SetupForm(Shown<ObjectRecord>([]() -> ObjectRecord& { return objects()[1]; }), type);
           }) {
         values = [this] {
             QString pick = "-";
@@ -49,8 +57,8 @@ struct ValuesSession : OnRecord<FormObjectValues> {
                                      "formObjectContainerState"})
                 pick = topLevel(form) ? form : pick;
             return std::map<QString, QString>{
-                {"values", valuesText(objectTable()[1])},
-                {"saved", QString::number(objectTable()[1].SavedLightDuration)},
+                {"values", valuesText(objects()[1])},
+                {"saved", QString::number(objects()[1].SavedLightDuration)},
                 {"dialog", dialog && dialog->isEnabled() ? "on" : "off"}, {"pick", pick}};
         };
     }
@@ -200,7 +208,7 @@ void FormObjectTest::values() {
     {
         ValuesSession s(type, values);
         MARL_PLAY(s.play(steps));
-        QCOMPARE(valuesText(objectTable()[0]), QString("9 9 9 9"));
+        QCOMPARE(valuesText(objects()[0]), QString("9 9 9 9"));
     }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     for (QWidget* window : QApplication::topLevelWidgets())

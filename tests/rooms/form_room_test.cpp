@@ -134,7 +134,7 @@ void FormRoomTest::script() {
 // written, the builder is told, and nothing is lost.
 void FormRoomTest::keptWhenNotReadBack() {
     EditorSession s(smallZone());
-    s.editor->rooms().setReader(
+    s.editor->records().setReader(
         [](std::string_view, RoomTable&) -> int { throw FormatError(1, "a room header"); });
     const QString written = QString(smallRooms).replace("The Landing", "The Landing!");
     MARL_PLAY(s.play({"textName:type:!", "yes", "ok", "buttonSave:click",

@@ -132,13 +132,4 @@ bool hasExtendedValues(const MobileRecord& mobile) {
     return !extendedLines(mobile).empty();
 }
 
-MobileTable& mobileTable() {
-    static MobileTable table;
-    return table;
-}
-
-void ClearMobileTable() {
-    mobileTable().clear();
-}
-
 } // namespace marl

@@ -103,8 +103,4 @@ std::vector<std::string> extendedLines(const MobileRecord& mobile);
 // Whether the mobile is written with an extended block.
 bool hasExtendedValues(const MobileRecord& mobile);
 
-// The mobile table of the run and its clearing.
-MobileTable& mobileTable();
-void ClearMobileTable();
-
 } // namespace marl

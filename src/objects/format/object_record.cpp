@@ -97,13 +97,4 @@ const std::array<FlagDef, 15> kWearFlags = {{
     {'o', "checkHold", "Hold"},
 }};
 
-ObjectTable& objectTable() {
-    static ObjectTable table;
-    return table;
-}
-
-void ClearObjectTable() {
-    objectTable().clear();
-}
-
 } // namespace marl

@@ -78,8 +78,4 @@ inline constexpr const char* kEffectFrame = "Effect Bitvector";
 extern const std::array<FlagDef, 15> kWearFlags;
 inline constexpr const char* kWearFrame = "Wear Bitvector";
 
-// The object table of the run and its clearing.
-ObjectTable& objectTable();
-void ClearObjectTable();
-
 } // namespace marl

@@ -43,11 +43,4 @@ const std::array<FlagDef, 11> kRoomFlags = {{
     {'k', "checkBitVGodRoom", "GodRoom"},
 }};
 
-RoomTable& roomTable() {
-    static RoomTable table;
-    return table;
-}
-
-void ClearRoomTable() { roomTable().clear(); }
-
 } // namespace marl

@@ -15,15 +15,15 @@ namespace marl {
 inline constexpr int kExitSlots = 6;
 
 struct ExitRecord {
-    std::int16_t Direction = 0;  // the exit slot, set when read or edited
+    std::int16_t Direction = 0; // the exit slot, set when read or edited
     std::string Desc;
     std::string Keywords;
-    std::int16_t DoorKind = 0;  // 0 none, 1 door, 2 pick-proof door
-    std::int32_t KeyVNum = 0;   // -1: no key
-    std::int32_t ToVNum = 0;    // -1: nowhere
+    std::int16_t DoorKind = 0; // 0 none, 1 door, 2 pick-proof door
+    std::int32_t KeyVNum = 0;  // -1: no key
+    std::int32_t ToVNum = 0;   // -1: nowhere
     std::int32_t RememberedKey = 0;
     std::int32_t RememberedTo = 0;
-    bool Absent = true;  // the room has no exit this way
+    bool Absent = true; // the room has no exit this way
     bool operator==(const ExitRecord&) const = default;
 };
 
@@ -42,7 +42,7 @@ struct RoomRecord {
     std::string BitV;
     std::int16_t SecType = 0;
     std::array<ExitRecord, kExitSlots> Exits{};
-    SlotList<ExtraDesc, kExtraDescSlots> ExtraDescs;  // only the slots in use are stored
+    SlotList<ExtraDesc, kExtraDescSlots> ExtraDescs; // only the slots in use are stored
     bool operator==(const RoomRecord&) const = default;
 };
 
@@ -64,9 +64,5 @@ int exitSlotOfDirection(int fileDirection);
 
 extern const std::array<ChoiceDef, 8> kSectorTypes;
 extern const std::array<FlagDef, 11> kRoomFlags;
-
-// The room table of the run and its clearing.
-RoomTable& roomTable();
-void ClearRoomTable();
 
 } // namespace marl

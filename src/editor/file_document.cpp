@@ -1,0 +1,42 @@
+#include "editor/file_document.h"
+
+#include "world/zone_file.h"
+
+namespace marl {
+
+void FileDocument::place(std::filesystem::path folder, std::string chosenName) {
+    folder_ = std::move(folder);
+    chosen_ = std::move(chosenName);
+}
+
+void FileDocument::newFile(std::int32_t zone, bool keepFile) {
+    if (!keepFile)
+        clearFile();
+    zone_ = zone;
+    started(false);
+    changed_ = false;
+}
+
+bool FileDocument::load(std::int32_t zone, std::string& error) {
+    zone_ = zone;
+    clearFile();
+    if (!readBack(error)) {
+        clearFile();
+        return false;
+    }
+    started(true);
+    changed_ = false;
+    return true;
+}
+
+SaveResult FileDocument::writeAndReadBack(std::string& error) {
+    if (!writeZoneFile(path(), writeText(), error)) {
+        restoreBackup();
+        return SaveResult::WriteFailed;
+    }
+    const bool readBackOk = readBack(error);
+    changed_ = false;
+    return readBackOk ? SaveResult::Stored : SaveResult::ReadBackFailed;
+}
+
+} // namespace marl
