@@ -8,7 +8,6 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "widgets/entry_list.h"
 #include "widgets/prompts.h"
 #include "widgets/qt_text.h"
 #include "widgets/qt_widgets.h"
@@ -80,133 +79,52 @@ void ExtraDescsDialog::connectHandlers() {
             [this](const QString& text) { onFieldChanged(text.isEmpty()); });
     connect(textDesc_, &QPlainTextEdit::textChanged, this,
             [this] { onFieldChanged(textDesc_->document()->isEmpty()); });
-    entries_ = new EntryList(listExtraDescs_, buttons_, [this] { onEdit(); });
-    connect(buttons_.add, &QPushButton::clicked, this, &ExtraDescsDialog::onAdd);
-    connect(buttons_.update, &QPushButton::clicked, this, &ExtraDescsDialog::onUpdate);
-    connect(buttons_.edit, &QPushButton::clicked, this, &ExtraDescsDialog::onEdit);
-    connect(buttons_.remove, &QPushButton::clicked, this, &ExtraDescsDialog::onRemove);
-    connect(buttons_.removeAll, &QPushButton::clicked, this, &ExtraDescsDialog::onRemoveAll);
+    EntryFields<ExtraDesc> fields;
+    // A pair is stored only with keywords, since empty keywords would end
+    // the list and hide the pairs after it.
+    fields.ready = [this] { return !textKeywords_->text().isEmpty(); };
+    fields.read = [this] {
+        return ExtraDesc{toBytes(textKeywords_->text()), fromWidgetText(textDesc_->toPlainText())};
+    };
+    fields.show = [this](const ExtraDesc& pair) {
+        textKeywords_->setText(fromBytes(pair.Keywords));
+        textDesc_->setPlainText(toWidgetText(pair.Desc));
+    };
+    fields.clear = [this] {
+        textKeywords_->clear();
+        textDesc_->clear();
+    };
+    fields.line = [](const ExtraDesc& pair) { return fromBytes(pair.Keywords); };
+    fields.editing = [this](int line) { showEditedLine(line); };
+    pairs_ = std::make_unique<EntryController<ExtraDesc, kExtraDescSlots>>(
+        listExtraDescs_, buttons_, std::move(fields), kMaxExtraDescs, changed_,
+        [this] { tellOwnerStored(); });
     connect(buttons_.clearAll, &QPushButton::clicked, this, [this] { onClearAll(textKeywords_); });
     connect(buttons_.done, &QPushButton::clicked, this, &ExtraDescsDialog::onDone);
     connect(buttons_.cancel, &QPushButton::clicked, this, &ExtraDescsDialog::onCancel);
 }
 
 void ExtraDescsDialog::SetupForm() {
-    const ExtraDescList& list = pairs();
-    count_ = extraDescCount(list);
-    QStringList lines;
-    for (int slot = 0; slot < count_; ++slot)
-        lines.append(fromBytes(list[static_cast<std::size_t>(slot)].Keywords));
-    entries_->fill(lines);
-    if (listExtraDescs_->count() > 0)
-        buttons_.removeAll->setEnabled(true);
-    setWindowTitle(QStringLiteral("Extra Descriptions [0/%1]").arg(kMaxExtraDescs));
+    pairs_->setup(variant_.pairs);
+    showEditedLine(0);
     changed_ = false;
 }
 
-void ExtraDescsDialog::setPair(int slot, ExtraDesc pair) {
-    ExtraDescList& list = pairs();
-    if (slot >= 0 && static_cast<std::size_t>(slot) < list.size())
-        list[static_cast<std::size_t>(slot)] = std::move(pair);
-}
-
-// Each field looks at its own text; a pair is stored only with keywords,
-// since empty keywords would end the list and hide the pairs after it.
+// Each field looks at its own text: the one just emptied makes nothing to
+// store.
 void ExtraDescsDialog::onFieldChanged(bool fieldEmpty) {
     changed_ = true;
-    const bool storable = !fieldEmpty && !textKeywords_->text().isEmpty();
-    buttons_.add->setEnabled(storable && !editing() && count_ < kMaxExtraDescs);
-    buttons_.update->setEnabled(storable && editing());
+    pairs_->refresh(!fieldEmpty && !textKeywords_->text().isEmpty());
 }
 
 void ExtraDescsDialog::showEditedLine(int line) {
     setWindowTitle(QStringLiteral("Extra Descriptions [%1/%2]").arg(line).arg(kMaxExtraDescs));
 }
 
-// The line selected is loaded into the fields and becomes the one Update
-// writes back into.
-void ExtraDescsDialog::onEdit() {
-    const int line = entries_->beginEdit();
-    if (line < 0)
-        return;
-    const ExtraDesc& pair = pairs()[static_cast<std::size_t>(line)];
-    textKeywords_->setText(fromBytes(pair.Keywords));
-    textDesc_->setPlainText(toWidgetText(pair.Desc));
-    showEditedLine(line);
-    buttons_.add->setEnabled(false);
-    buttons_.update->setEnabled(true);
-    changed_ = false;
-}
-
-void ExtraDescsDialog::onAdd() {
-    if (textKeywords_->text().isEmpty() || count_ >= kMaxExtraDescs)
-        return;
-    buttons_.add->setEnabled(false);
-    buttons_.edit->setEnabled(false);
-    buttons_.remove->setEnabled(false);
-    buttons_.removeAll->setEnabled(true);
-    setPair(count_, {toBytes(textKeywords_->text()), fromWidgetText(textDesc_->toPlainText())});
-    listExtraDescs_->addItem(textKeywords_->text());
-    ClearAll();
-    changed_ = false;
-    pairs().setCount(static_cast<std::size_t>(++count_));
-    tellOwnerStored();
-}
-
-// Writes back in place: into the pair Edit loaded, whatever line is selected.
-void ExtraDescsDialog::onUpdate() {
-    const int line = entries_->editedLine();
-    if (line < 0 || textKeywords_->text().isEmpty())
-        return; // no pair being edited: nothing is stored
-    const QString keywords = textKeywords_->text();
-    setPair(line, {toBytes(keywords), fromWidgetText(textDesc_->toPlainText())});
-    ClearAll();
-    entries_->setLine(line, keywords);
-    changed_ = false;
-    tellOwnerStored();
-}
-
-// Removes the pair selected; an edit of another pair goes on with what is
-// typed.
-void ExtraDescsDialog::onRemove() {
-    const int line = entries_->selectedLine();
-    if (line < 0)
-        return;
-    removeEntry(pairs(), line);
-    --count_;
-    if (entries_->removeLine(line)) {
-        buttons_.edit->setEnabled(false);
-        buttons_.remove->setEnabled(false);
-        showEditedLine(entries_->editedLine());
-        tellOwnerStored();
-        return;
-    }
-    ClearAll();
-    changed_ = false;
-    tellOwnerStored();
-}
-
-void ExtraDescsDialog::onRemoveAll() {
-    pairs().clear();
-    count_ = 0;
-    entries_->removeAll();
-    ClearAll();
-    changed_ = false;
-    tellOwnerStored();
-}
-
 // Emptying the fields also ends an edit in progress: what is typed next is
 // a new pair, so Add comes back with the keywords.
 void ExtraDescsDialog::ClearAll() {
-    entries_->endEdit();
-    buttons_.add->setEnabled(false);
-    buttons_.update->setEnabled(false);
-    buttons_.edit->setEnabled(false);
-    buttons_.remove->setEnabled(false);
-    if (listExtraDescs_->count() == 0)
-        buttons_.removeAll->setEnabled(false);
-    textKeywords_->clear();
-    textDesc_->clear();
+    pairs_->clear();
 }
 
 void ExtraDescsDialog::onDone() {

@@ -1,13 +1,16 @@
 #pragma once
 // The extra-descriptions dialog of the room and object editors (one class,
-// set up by a variant), on the record the editor shows.  Each pair is a keyword list and the text
-// "look <keyword>" prints.  The list buttons edit the pairs in that record straight away and tell
-// the editor its record changed; Done and Cancel only guard what is typed into the two fields and
-// not yet added or updated.
+// set up by a variant), on the record the editor shows.  Each pair is a
+// keyword list and the text "look <keyword>" prints.  The list's commands
+// (entry_controller.h) edit the pairs in that record straight away and tell
+// the editor its record changed; Done and Cancel only guard what is typed
+// into the two fields and not yet added or updated.
 
+#include <memory>
+
+#include "editor/entry_controller.h"
 #include "editor/owned_dialog.h"
 #include "editor/shown.h"
-#include "widgets/entry_list.h"
 #include "world/record_table.h"
 
 class QListWidget;
@@ -37,29 +40,17 @@ public:
     void SetupForm();
     void ClearAll() override;
 
-    bool editing() const { return entries_->editing(); }
-    int count() const { return count_; }
-
 private:
     void buildLayout();
     void connectHandlers();
-    ExtraDescList& pairs() const { return *variant_.pairs; }
-    void setPair(int slot, ExtraDesc pair);
     void onFieldChanged(bool fieldEmpty);
-    void onEdit();
-    void onAdd();
-    void onUpdate();
-    void onRemove();
-    void onRemoveAll();
     void onDone();
-
     void showEditedLine(int line);
 
     ExtraDescsVariant variant_;
-    int count_ = 0;
 
     QListWidget* listExtraDescs_ = nullptr;
-    EntryList* entries_ = nullptr;
+    std::unique_ptr<EntryController<ExtraDesc, kExtraDescSlots>> pairs_;
     QLineEdit* textKeywords_ = nullptr;
     TildeTextEdit* textDesc_ = nullptr;
     EntryCommands buttons_;

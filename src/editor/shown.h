@@ -15,6 +15,7 @@ public:
     explicit Shown(std::function<Part&()> reach) : reach_(std::move(reach)) {}
     Part& operator*() const { return reach_(); }
     Part* operator->() const { return &reach_(); }
+    explicit operator bool() const { return static_cast<bool>(reach_); }
 
 private:
     std::function<Part&()> reach_;

@@ -103,12 +103,35 @@ void FormObjectAffects::buildLayout() {
 void FormObjectAffects::connectHandlers() {
     connect(locations_, &OptionGroup::picked, this, &FormObjectAffects::onLocationPicked);
     connect(textValue_, &QLineEdit::textChanged, this, &FormObjectAffects::onValueChanged);
-    entries_ = new EntryList(listObjectAffects_, buttons_, [this] { onEdit(); });
-    connect(buttons_.add, &QPushButton::clicked, this, &FormObjectAffects::onAdd);
-    connect(buttons_.update, &QPushButton::clicked, this, &FormObjectAffects::onUpdate);
-    connect(buttons_.edit, &QPushButton::clicked, this, &FormObjectAffects::onEdit);
-    connect(buttons_.remove, &QPushButton::clicked, this, &FormObjectAffects::onRemove);
-    connect(buttons_.removeAll, &QPushButton::clicked, this, &FormObjectAffects::onRemoveAll);
+    EntryFields<ObjectAffect> fields;
+    fields.ready = [this] { return entryReady(); };
+    fields.read = [this] {
+        return ObjectAffect{static_cast<std::int16_t>(locations_->number()),
+                            fieldNumber(textValue_).value_or(0)};
+    };
+    // A location no option stands for selects none and is kept: Update
+    // stores it as it was unless the builder picks another.
+    fields.show = [this](const ObjectAffect& affect) {
+        locations_->setNumber(affect.Location);
+        textValue_->setText(QString::number(affect.Modifier));
+        textValue_->setEnabled(affect.Location != kAffectLocationNone);
+    };
+    fields.clear = [this] {
+        affects_->lines().clearSelection();
+        locations_->setNumber(kAffectLocationNone);
+        textValue_->clear();
+        textValue_->setEnabled(false);
+        setWindowTitle(countCaption(0));
+    };
+    fields.line = affectLine;
+    fields.editing = [this](int line) { setWindowTitle(countCaption(line)); };
+    // Ready for the next affect: its location first.
+    fields.added = [this] { locations_->options().front()->setFocus(); };
+    fields.updated = [this] { listObjectAffects_->setFocus(); };
+    // The server refuses to boot an object with a seventh affect.
+    affects_ = std::make_unique<EntryController<ObjectAffect, kAffectSlots>>(
+        listObjectAffects_, buttons_, std::move(fields), kServerAffects, changed_,
+        [this] { tellOwnerStored(); });
     connect(buttons_.clearAll, &QPushButton::clicked, this,
             [this] { onClearAll(locations_->options().front()); });
     connect(buttons_.done, &QPushButton::clicked, this, &FormObjectAffects::onDone);
@@ -119,36 +142,16 @@ void FormObjectAffects::connectHandlers() {
 // of location 0 shows as "None" and keeps its place, since the server reads
 // every `A` block.
 void FormObjectAffects::SetupForm(Shown<ObjectRecord> object) {
-    object_ = std::move(object);
-    const auto& affects = object_->Affects;
-    count_ = static_cast<int>(affects.count());
-    QStringList lines;
-    for (int line = 0; line < count_; ++line)
-        lines.append(affectLine(affects[static_cast<std::size_t>(line)]));
-    entries_->fill(lines);
-    ClearAll();
+    affects_->setup(Shown<SlotList<ObjectAffect, kAffectSlots>>(
+        [object]() -> SlotList<ObjectAffect, kAffectSlots>& { return object->Affects; }));
     locations_->options().front()->setFocus();
     changed_ = false;
 }
 
+// An affect may be stored with a location other than "None" and a modifier
+// that reads as a number.
 bool FormObjectAffects::entryReady() const {
     return locations_->number() != kAffectLocationNone && fieldNumber(textValue_).has_value();
-}
-
-ObjectAffect FormObjectAffects::entry() const {
-    ObjectAffect affect;
-    affect.Location = static_cast<std::int16_t>(locations_->number());
-    if (const ChoiceDef* location = findChoice(kAffectLocations, affect.Location))
-        affect.LocationName = location->caption;
-    affect.Modifier = fieldNumber(textValue_).value_or(0);
-    return affect;
-}
-
-void FormObjectAffects::refreshStoreButtons() {
-    const bool ready = entryReady();
-    // The server refuses to boot an object with a seventh affect.
-    buttons_.add->setEnabled(ready && !editing() && count_ < kServerAffects);
-    buttons_.update->setEnabled(ready && editing());
 }
 
 // "None" takes the modifier away with it; any other location lets one be
@@ -158,103 +161,18 @@ void FormObjectAffects::onLocationPicked(int number) {
     if (number == kAffectLocationNone)
         textValue_->clear();
     textValue_->setEnabled(number != kAffectLocationNone);
-    refreshStoreButtons();
+    affects_->refresh(entryReady());
 }
 
 void FormObjectAffects::onValueChanged() {
     changed_ = true;
-    refreshStoreButtons();
-}
-
-// A location no option stands for selects none and is kept: Update stores
-// it as it was unless the builder picks another.
-void FormObjectAffects::onEdit() {
-    const int line = entries_->beginEdit();
-    if (line < 0)
-        return;
-    const ObjectAffect& affect = object_->Affects[static_cast<std::size_t>(line)];
-    locations_->setNumber(affect.Location);
-    textValue_->setText(QString::number(affect.Modifier));
-    textValue_->setEnabled(affect.Location != kAffectLocationNone);
-    setWindowTitle(countCaption(line));
-    refreshStoreButtons();
-    changed_ = false;
-}
-
-void FormObjectAffects::onAdd() {
-    if (!entryReady() || count_ >= kServerAffects || editing())
-        return;
-    auto& affects = object_->Affects;
-    affects[static_cast<std::size_t>(count_)] = entry();
-    affects.setCount(static_cast<std::size_t>(count_ + 1));
-    listObjectAffects_->addItem(affectLine(affects[static_cast<std::size_t>(count_)]));
-    ++count_;
-    ClearAll();
-    changed_ = false;
-    // Ready for the next affect: its location first.
-    locations_->options().front()->setFocus();
-    tellOwnerStored();
-}
-
-// Writes back in place: into the affect Edit loaded, whatever line is
-// selected.  Without one nothing is stored and the fields stay as typed.
-void FormObjectAffects::onUpdate() {
-    const int line = entries_->editedLine();
-    if (line < 0 || !entryReady())
-        return;
-    auto& affects = object_->Affects;
-    affects[static_cast<std::size_t>(line)] = entry();
-    ClearAll();
-    entries_->setLine(line, affectLine(affects[static_cast<std::size_t>(line)]));
-    changed_ = false;
-    listObjectAffects_->setFocus();
-    tellOwnerStored();
-}
-
-// The affects after the one removed move up a place, so the file keeps
-// their order.
-void FormObjectAffects::onRemove() {
-    const int line = entries_->selectedLine();
-    if (line < 0)
-        return;
-    removeEntry(object_->Affects, line);
-    --count_;
-    if (entries_->removeLine(line)) {
-        // An edit of another affect goes on with what is picked and typed.
-        buttons_.edit->setEnabled(false);
-        buttons_.remove->setEnabled(false);
-        setWindowTitle(countCaption(entries_->editedLine()));
-        tellOwnerStored();
-        return;
-    }
-    ClearAll();
-    changed_ = false;
-    tellOwnerStored();
-}
-
-void FormObjectAffects::onRemoveAll() {
-    object_->Affects.clear();
-    count_ = 0;
-    entries_->removeAll();
-    ClearAll();
-    changed_ = false;
-    tellOwnerStored();
+    affects_->refresh(entryReady());
 }
 
 // Emptying the fields also ends an edit in progress: what is picked next is
 // a new affect, so Add comes back.
 void FormObjectAffects::ClearAll() {
-    entries_->endEdit();
-    entries_->clearSelection();
-    locations_->setNumber(kAffectLocationNone);
-    textValue_->clear();
-    textValue_->setEnabled(false);
-    buttons_.add->setEnabled(false);
-    buttons_.update->setEnabled(false);
-    buttons_.edit->setEnabled(false);
-    buttons_.remove->setEnabled(false);
-    buttons_.removeAll->setEnabled(count_ > 0);
-    setWindowTitle(countCaption(0));
+    affects_->clear();
 }
 
 void FormObjectAffects::onDone() {

@@ -5,10 +5,12 @@
 // Done and Cancel only guard what is picked or typed and not yet added or
 // updated.
 
+#include <memory>
+
+#include "editor/entry_controller.h"
 #include "editor/owned_dialog.h"
 #include "editor/shown.h"
 #include "objects/format/object_record.h"
-#include "widgets/entry_list.h"
 
 class QListWidget;
 
@@ -27,36 +29,21 @@ public:
     void SetupForm(Shown<ObjectRecord> object);
     void ClearAll() override;
 
-    // The fields show an affect of the list (after Edit): Update applies.
-    bool editing() const { return entries_->editing(); }
-    // The affects listed: every one the object holds.
-    int count() const { return count_; }
-
 private:
     void buildLayout();
     void connectHandlers();
     // What the fields hold as an affect, when it may be stored: a location
     // other than "None" and a modifier that reads as a number.
     bool entryReady() const;
-    ObjectAffect entry() const;
-    void refreshStoreButtons();
     void onLocationPicked(int number);
     void onValueChanged();
-    void onEdit();
-    void onAdd();
-    void onUpdate();
-    void onRemove();
-    void onRemoveAll();
     void onDone();
-
-    Shown<ObjectRecord> object_;
-    int count_ = 0;
 
     OptionGroup* locations_ = nullptr;
     NumericField* textValue_ = nullptr;
     QListWidget* listObjectAffects_ = nullptr;
-    EntryList* entries_ = nullptr;
     EntryCommands buttons_;
+    std::unique_ptr<EntryController<ObjectAffect, kAffectSlots>> affects_;
 };
 
 // The line the affects list shows for an affect: its location's caption (or

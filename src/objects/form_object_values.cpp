@@ -40,22 +40,19 @@ void FormObjectValues::ParseValues(int type) {
         if (QCheckBox* box = shown_->boxes[v])
             box->setChecked(object.Values[v] != 0);
     }
-    // An eternal light shows as one: Eternal checked, its -1 disabled; the
-    // box unchecked brings back the duration the object remembers, if any.
+    // An eternal light shows as one: Eternal checked, its -1 disabled.
     if (checkEternal_->parentWidget() == shown_->frame &&
         object.Values[kEternalValue] == kEternalDuration) {
         checkEternal_->setChecked(true);
         savedDuration_.reset();
-        if (object.SavedLightDuration != 0)
-            savedDuration_ = object.SavedLightDuration;
         focus = checkEternal_;
     }
     if (focus)
         focus->setFocus();
 }
 
-// A light made eternal remembers the duration it had, which unchecking the
-// box brings back.
+// A light made eternal remembers the duration it had while the dialog is
+// open, which unchecking the box brings back.
 void FormObjectValues::onEternal(bool checked) {
     changed_ = true;
     NumericField* duration = textLightDuration_;
@@ -122,9 +119,6 @@ void FormObjectValues::SaveValues() {
             break;
         }
     }
-    if (checkEternal_->isChecked() && checkEternal_->parentWidget() == shown_->frame &&
-        savedDuration_)
-        object.SavedLightDuration = *savedDuration_;
 }
 
 void FormObjectValues::onDone() {

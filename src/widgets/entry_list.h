@@ -1,13 +1,16 @@
 #pragma once
 // The list of a dialog that edits a record's entries one line each (the
-// extra descriptions, the affects): clicking a line enables Edit and Remove,
-// a double click or Enter edits it.  The dialog's own changes to the list
-// (filling it, removing lines) leave those buttons to the dialog.
-//
-// The list also knows the line being edited: the one Edit loaded.  Update
-// writes back in place, into that line, whichever line is selected when it
-// is pressed; a line removed above it moves it up one, and removing the
-// line itself ends the edit.
+// extra descriptions, the affects, and the lists to come), and its
+// commands; EntryController (src/editor/entry_controller.h) runs them on a
+// slot list of the record shown.  The rules:
+// - clicking a line enables Edit and Remove, a double click or Enter edits;
+// - Edit loads the line selected into the fields: the line being edited;
+// - Update writes back in place, into the line Edit loaded, whichever line
+//   is selected when it is pressed;
+// - a line removed above the one edited moves it up one, and removing the
+//   line edited ends the edit (the fields keep what is typed);
+// - Add appends, refused at the list's limit and while a line is edited;
+// - each command goes into the record at once and is told to the owner.
 
 #include <QObject>
 #include <QStringList>

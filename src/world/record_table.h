@@ -33,8 +33,7 @@ inline int extraDescCount(const ExtraDescList& list) {
     return static_cast<int>(list.count());
 }
 
-// How a slot returns to the cleared record.  A record type may overload it
-// (found by argument-dependent lookup) to keep fields that outlive a reload.
+// How a slot returns to the cleared record.
 template <typename Record> void clearRecord(Record& record) {
     static const Record cleared{};
     record = cleared; // copying keeps the strings' buffers: cheaper than a new record

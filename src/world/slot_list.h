@@ -69,9 +69,6 @@ public:
         held_.clear();
         used_ = 0;
     }
-    // The slots stored so far (the others are cleared), for clearing a
-    // record field by field.
-    std::vector<T>& held() { return held_; }
 
     class const_iterator {
     public:

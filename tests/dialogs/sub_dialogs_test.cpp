@@ -167,14 +167,14 @@ void SubDialogsTest::affects() {
     objects().clear();
     objects()[0].VNum = 9500;
     objects()[1].VNum = 9501;
-    objects()[0].Affects.append() = {2, "", 9};
+    objects()[0].Affects.append() = {2, 9};
     if (affects.startsWith('*'))
         for (int i = 0; i < affects.mid(1).toInt(); ++i)
-            objects()[1].Affects.append() = {1, "", i};
+            objects()[1].Affects.append() = {1, i};
     else
         for (const QString& pair : affects.split('/', Qt::SkipEmptyParts))
             objects()[1].Affects.append() = {std::int16_t(pair.section(':', 0, 0).toInt()),
-                                                 "", pair.section(':', 1).toInt()};
+                                                 pair.section(':', 1).toInt()};
     {
         OnRecord<FormObjectAffects> f([](auto& dialog) {
             dialog.SetupForm(Shown<ObjectRecord>([]() -> ObjectRecord& { return objects()[1]; }));

@@ -39,9 +39,8 @@ QString valuesText(const ObjectRecord& object) {
 }
 
 // The values dialog on the object in slot 1 (slot 0 holds another, which
-// must stay as it is), with the probes "values" (the slot's), "saved" (its
-// remembered light duration), "dialog" (on or off) and "pick" (the pick list
-// open).
+// must stay as it is), with the probes "values" (the slot's), "dialog" (on
+// or off) and "pick" (the pick list open).
 struct ValuesSession : OnRecord<FormObjectValues> {
     ValuesSession(int type, const QString& numbers)
         : OnRecord([=](FormObjectValues& dialog) {
@@ -58,7 +57,6 @@ struct ValuesSession : OnRecord<FormObjectValues> {
                 pick = topLevel(form) ? form : pick;
             return std::map<QString, QString>{
                 {"values", valuesText(objects()[1])},
-                {"saved", QString::number(objects()[1].SavedLightDuration)},
                 {"dialog", dialog && dialog->isEnabled() ? "on" : "off"}, {"pick", pick}};
         };
     }
@@ -177,7 +175,7 @@ void FormObjectTest::values_data() {
          "while its capacity is 10"});
     row("eternal checked stores -1 and remembers the duration", 1, "0 0 24 0",
         {"checkEternal:click", "?!textLightDuration=-1, changed=x", done,
-         closed + ", values=0 0 -1 0, saved=24"});
+         closed + ", values=0 0 -1 0"});
 
     // The pick lists hand back only a choice the builder changed, so that a
     // number no option stands for passes through.

@@ -6,30 +6,6 @@ int affectCount(const ObjectRecord& object) {
     return static_cast<int>(object.Affects.count());
 }
 
-void clearRecord(ObjectRecord& object) {
-    // Field by field rather than by assigning a cleared record, to keep the
-    // two fields that outlive a reload.
-    object.Source.clear();
-    object.VNum = 0;
-    object.Alias.clear();
-    object.SDesc.clear();
-    object.LDesc.clear();
-    object.ADesc.clear();
-    object.OType = 0;
-    object.EBitV.clear();
-    object.WBitV.clear();
-    object.Values = {};
-    object.Weight = 0;
-    object.Cost = 0;
-    object.RPD = 0;
-    object.ExtraDescs.clear();
-    for (ObjectAffect& affect : object.Affects.held()) {
-        affect.Location = 0;
-        affect.Modifier = 0;
-    }
-    object.Affects.setCount(0);
-}
-
 const std::array<ObjectTypeDef, 19> kObjectTypes = {{
     {1, "optionLight", "Light", true},
     {2, "optionScroll", "Scroll", true},

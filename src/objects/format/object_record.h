@@ -18,7 +18,6 @@ inline constexpr int kMaxAffects = 127;
 
 struct ObjectAffect {
     std::int16_t Location = 0; // 0: none
-    std::string LocationName;  // the location's caption, for the affects list only
     std::int32_t Modifier = 0;
     bool operator==(const ObjectAffect&) const = default;
 };
@@ -46,18 +45,11 @@ struct ObjectRecord {
     std::int32_t RPD = 0; // rent per day
     SlotList<ExtraDesc, kExtraDescSlots> ExtraDescs;
     SlotList<ObjectAffect, kAffectSlots> Affects;
-    // The duration a light had before it was made eternal; the values dialog
-    // alone uses it, and the file never holds it.
-    std::int32_t SavedLightDuration = 0;
     bool operator==(const ObjectRecord&) const = default;
 };
 
 // The affects in use, location 0 included.
 int affectCount(const ObjectRecord& object);
-
-// Clearing an object slot keeps what the dialogs hold beside the file across
-// a save and reload: SavedLightDuration and the affects' LocationName.
-void clearRecord(ObjectRecord& object);
 
 using ObjectTable = RecordTable<ObjectRecord>;
 
