@@ -85,7 +85,7 @@ private slots:
             << "30.wld: 1 room|30.mob: 2 mobiles|30.obj: 1 object|castle.wld: 1 room" << "" << none;
         QTest::newRow("refused, missing, not a zone file, a pipe") << "31.mob 32.wld notes.txt pipe.wld neg.wld mac.wld" << 1
             << "31.mob:8: expected the gold line \"<gold> <xp>\"|32.wld: cannot read the file: No such file or directory|"
-               "notes.txt: not a zone file: the name must end in .wld, .mob, .obj or .zon|"
+               "notes.txt: not a zone file: the name must end in .wld, .mob, .obj, .zon or .shp|"
                "pipe.wld: cannot read the file: not a regular file but a named pipe (FIFO)|"
                "neg.wld:1: -5: a vnum cannot be negative|mac.wld:1: the line ends are not understood: lines end in CR "
                "alone (an old Mac file); save it with LF or CR LF line ends" << "" << none;
@@ -129,7 +129,7 @@ private slots:
         QTest::newRow("unknown option") << "--fix 30.wld" << 2 << "" << "marl-check: unknown option --fix" << none;
         QTest::newRow("rewrite without a folder") << "30.wld --rewrite" << 2 << "" << "--rewrite needs a folder" << none;
         QTest::newRow("a name like an option after --") << "-- --help" << 1
-            << "--help: not a zone file: the name must end in .wld, .mob, .obj or .zon" << "" << none;
+            << "--help: not a zone file: the name must end in .wld, .mob, .obj, .zon or .shp" << "" << none;
         // clang-format on
     }
 
