@@ -116,10 +116,15 @@ public:
         } else {
             buyTypes(shop.BuyTypes);
         }
+        static const auto expected = [] {
+            std::array<std::string, kShopMessages> texts;
+            for (std::size_t i = 0; i < texts.size(); ++i)
+                texts[i] = std::string(kShopMessageDefs[i].when) + ", ending in \"~\"";
+            return texts;
+        }();
         for (std::size_t i = 0; i < shop.Messages.size(); ++i) {
             lines_.messages[i] = in_.lineNumber() - header_;
-            in_.readTildeString(std::string(kShopMessageDefs[i].when) + ", ending in \"~\"",
-                                shop.Messages[i]);
+            in_.readTildeString(expected[i], shop.Messages[i]);
         }
         shop.Temper = number(kTemper, lines_.temper);
         shop.Flags = number(kFlags, lines_.flags);
