@@ -134,8 +134,8 @@ void ZoneFormatsTest::writes_data() {
         SV + "#1 the baker~|+3050|-1| 1.10 x|0.9|weapons sharp|5 ; a|30 x|-1 blue|" + SM + SN + "-1|" + SH + "$~",
         SV + "#1~|3050|-1| 1.10 x|0.9|WEAPON s sharp|WEAPON|30 blue|-1|" + SM + SN + "-1|" + SH + "$~");
     row(".shp", "the older form's lists filled with -1",
-        "#1~|-1|3050|-1|-1|-1|1|1|-1|-1|5|-1|-1|" + SM + SN + "-1|" + SH + "$~",
-        "#1~|3050|-1|-1|-1|-1|1|1|5|-1|-1|-1|-1|" + SM + SN + "-1|" + SH + "$~");
+        "#1~|-1|3050|-1|-1|-1|1|1|-1|-1|5|-1|-1|" + SM + SN + "3001|" + SH + "$~",
+        "#1~|3050|-1|-1|-1|-1|1|1|5|-1|-1|-1|-1|" + SM + SN + "3001|" + SH + "$~");
     row(".shp", "each shop in the form the server reads it in at its place",
         "#1~|-1|-1|-1|-1|-1|1|1|-1|-1|-1|-1|-1|" + SM + SN + "-1|" + SH + SV + "#2~|-1|1|1|-1|" + SM + SN + "-1|" + SH + "$~", "=");
     // clang-format on
