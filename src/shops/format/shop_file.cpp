@@ -362,7 +362,7 @@ int readShops(std::string_view bytes, ShopTable& table) {
             // The header's `~` may stand on a later line: the server reads
             // the shop from the line after it.
             const int tildeLine = line + int(std::count(text.begin(), text.end(), '\n'));
-            ShopBody body(in, bytes, tildeLine, lines);
+            ShopBody body(in, bytes, line, lines);
             try {
                 body.read(shop, !current);
             } catch (const FormatError& error) {
