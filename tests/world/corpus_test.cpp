@@ -363,6 +363,8 @@ void CorpusTest::shopChecks_data() {
     QTest::newRow("% at a line's end") << "message4=%s 5%/more" << "The message when the customer cannot afford the item has a % at the end of a line, which the server does not take" + drops;
     QTest::newRow("%s on two lines") << "message4=%s a/%s b" << "The message when the customer cannot afford the item has two %s" + drops;
     QTest::newRow("every message good, %s and %d where they may stand") << "message6=%s here, %d coins/for it" << "";
+    QTest::newRow("a message past the server's limit") << "message3=" + QString(8200, 'x')
+        << "The message when the keeper cannot afford the item is 8216 bytes as the server reads it; it reads at most 8191 and stops booting at a longer one";
     QTest::newRow("an empty message") << "message0=" << "The message when the keeper has no such item is empty: the server keeps no message for it, as for one it drops";
     QTest::newRow("a factor not a number") << "buy=abc" << "The buying price factor \"abc\" is not a number";
     QTest::newRow("an empty factor") << "sell=" << "The selling price factor is empty; the server needs a number there";
@@ -372,6 +374,8 @@ void CorpusTest::shopChecks_data() {
     QTest::newRow("a negative product") << "products=3050 -5" << "The products hold -5, and a negative number ends their list there";
     QTest::newRow("a negative type") << "types=-3" << "The buy types hold -3, and a negative number ends their list there";
     QTest::newRow("; in keywords") << "types=5:sword;x" << "The buy type WEAPON has a \";\" in its keywords, where the server stops reading them";
+    QTest::newRow("keywords past the server's line") << "types=5:" + QString(8176, 'x')
+        << "The keywords of the buy type WEAPON are not one line of at most 8175 characters, as the server reads them";
     QTest::newRow("101 products") << "products=" + QString("3050 ").repeated(101).trimmed()
         << "The shop has 101 products; the server keeps the first 100 and logs the rest";
     QTest::newRow("older form: six products") << "older&products=1 2 3 4 5 6" << "An older-form shop file holds at most five products per shop; this shop has 6";
