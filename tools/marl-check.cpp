@@ -16,9 +16,11 @@
 #include <string>
 #include <string_view>
 #include <thread>
+#include <type_traits>
 #include <vector>
 
 #include "kinds/zone_kinds.h"
+#include "shops/format/shop_checks.h"
 #include "world/zone.h"
 #include "world/zone_file.h"
 #include "zones/format/zone_reset_file.h"
@@ -33,12 +35,12 @@ constexpr const char* kUsage =
     "Checks CircleMUD zone files the way the Marl editor reads them.\n"
     "\n"
     "Each FILE is read by its extension: .wld (rooms), .mob (mobiles), .obj\n"
-    "(objects) or .zon (a zone's reset commands).  For a file that reads,\n"
-    "marl-check prints \"FILE: N rooms\" (or mobiles, objects, commands, comment\n"
-    "lines not counted); for one that does not, \"FILE:LINE: expected ...\" or\n"
-    "what the server refuses there.  What a file that reads holds beyond what\n"
-    "the editor can show (kept as the file has it) follows its line, one\n"
-    "\"FILE:LINE: what\" each.\n"
+    "(objects), .zon (a zone's reset commands) or .shp (shops).  For a file that\n"
+    "reads, marl-check prints \"FILE: N rooms\" (or mobiles, objects, commands,\n"
+    "comment lines not counted, shops); for one that does not,\n"
+    "\"FILE:LINE: expected ...\" or what the server refuses there.  What a file\n"
+    "that reads holds beyond what the editor can show (kept as the file has it)\n"
+    "follows its line, one \"FILE:LINE: what\" each.\n"
     "\n"
     "A file that reads may have findings the server only logs, each on a line\n"
     "\"FILE:LINE: what is wrong\" at a line of the record at fault: records out\n"
@@ -50,19 +52,23 @@ constexpr const char* kUsage =
     "affects on an object (these stop the server's boot), and what the server\n"
     "logs of an object as it boots (a negative weight or rent, a drink\n"
     "container holding more than its capacity, a spell or level out of range,\n"
-    "and so on).\n"
+    "and so on).  A shop's findings stand at the line of the field at fault: a\n"
+    "message the server drops (more than one %s; a %d outside the two price\n"
+    "messages, or before the %s; any other %) or a list longer than it keeps,\n"
+    "which it logs; an hour outside 0-28, or a selling price factor above the\n"
+    "buying one, which it accepts.\n"
     "\n"
     "Options:\n"
-    "  --strict       also fail (status 1) for what the server only logs.\n"
+    "  --strict       also fail (status 1) for what the server only logs or\n"
+    "                 accepts.\n"
     "  --rewrite DIR  also write each file that reads into the folder DIR, under\n"
     "                 its own name, exactly as the editor's Save would write it.\n"
     "                 The zone number comes from the file name (30.wld is zone\n"
     "                 30); a name that does not begin with a number is refused\n"
-    "                 (a .zon file holds its own).\n"
+    "                 (a .zon file holds its own, a .shp file needs none).\n"
     "                 An existing file in DIR is replaced only once the new one\n"
     "                 is completely written.  Two FILEs of the same name would\n"
     "                 overwrite each other there: they are refused.\n"
-    "  --strict       a finding the server only logs also fails the check.\n"
     "  --help         show this text.\n"
     "\n"
     "Only regular files are read and written: a folder, a named pipe or a device\n"
@@ -129,6 +135,19 @@ template <typename Table> Table& threadTable() {
     return *table;
 }
 
+// Shop files, read and written as the kinds are.  The server looks shops up
+// one by one, so their order is no finding, and what it drops or logs of a
+// shop stands at its field's line.
+struct ShopFile {
+    using Table = ShopTable;
+    static constexpr std::string_view one = "shop";
+    static constexpr std::string_view many = "shops";
+    static int read(std::string_view bytes, Table& table) { return readShops(bytes, table); }
+    static std::string write(Table& table, int count, std::int32_t /*zone*/) {
+        return writeShops(table, count);
+    }
+};
+
 // Reads one file with the reader of its kind into the thread's table and,
 // when `rewrite` is set, writes it there.
 template <typename Kind>
@@ -143,11 +162,17 @@ Result checkFile(const std::string& shown, const fs::path& path, std::int32_t zo
     }
     std::string line = shown + ": " + plural(outcome.count, Kind::info.one, Kind::info.many);
     std::vector<FileFinding> found;
-    findProblems<Kind>(table, outcome.count, found);
-    if (const int slot = firstOutOfOrder(table, outcome.count); slot >= 0)
-        found.push_back({headerLine(table, slot), Severity::OnlyLogged,
-                         "#" + std::to_string(table[slot].VNum) + " is out of number order (after #" +
-                             std::to_string(table[slot - 1].VNum) + ")"});
+    if constexpr (std::is_same_v<Kind, ShopFile>) {
+        for (ShopFileProblem& problem : shopFileProblems(table, outcome.count))
+            found.push_back({problem.line, problem.severity, std::move(problem.what)});
+    } else {
+        findProblems<Kind>(table, outcome.count, found);
+        if (const int slot = firstOutOfOrder(table, outcome.count); slot >= 0)
+            found.push_back({headerLine(table, slot), Severity::OnlyLogged,
+                             "#" + std::to_string(table[slot].VNum) +
+                                 " is out of number order (after #" +
+                                 std::to_string(table[slot - 1].VNum) + ")"});
+    }
     // What the editor cannot show, kept as the file has it.
     std::string notes;
     for (const TextReader::Note& note : outcome.notes)
@@ -197,8 +222,13 @@ Result checkOne(const std::string& shown, const fs::path* rewrite) {
     const std::string extension = path.extension().string();
     if (extension == ".zon")
         return checkZoneFile(shown, path, rewrite);
+    if (extension == ".shp") {
+        Result result = checkFile<ShopFile>(shown, path, 0, rewrite);
+        result.file = shown;
+        return result;
+    }
     const std::optional<std::int32_t> zone = zoneFromFileName(path.filename().string());
-    Result result{shown + ": not a zone file: the name must end in .wld, .mob, .obj or .zon"};
+    Result result{shown + ": not a zone file: the name must end in .wld, .mob, .obj, .zon or .shp"};
     withZoneKind(extension, [&]<typename Kind>() {
         if (rewrite && !zone)
             result.line = shown + ": the name does not begin with a zone number (such as 30" +
@@ -323,7 +353,9 @@ int main(int argc, char** argv) {
             const bool refuses = finding.severity == Severity::RefusesBoot;
             allRead = allRead && !refuses && !strict;
             line += result.file + ':' + std::to_string(finding.line) + ": " + finding.what +
-                    (refuses ? " (the server stops booting)\n" : " (the server logs it)\n");
+                    (refuses                                    ? " (the server stops booting)\n"
+                     : finding.severity == Severity::OnlyLogged ? " (the server logs it)\n"
+                                                                : " (the server accepts it)\n");
         }
         if (std::fwrite(line.data(), 1, line.size(), stdout) != line.size() && failed == 0)
             failed = errno != 0 ? errno : EIO;

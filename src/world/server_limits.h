@@ -1,8 +1,8 @@
 #pragma once
 // The limits the game server holds a zone file to, and what a record breaks
-// of them.  A finding either stops the server's boot or is only logged by
-// it; the windows refuse or warn, marl-check reports, from these same
-// checks.
+// of them.  A finding stops the server's boot, is only logged by it, or is
+// taken without a word though a builder would not mean it; the windows
+// refuse or warn, marl-check reports, from these same checks.
 
 #include <cstddef>
 #include <cstdint>
@@ -36,6 +36,7 @@ std::string textTooLongMessage();
 enum class Severity {
     RefusesBoot, // the server stops booting at it
     OnlyLogged,  // the server logs it and boots
+    Accepted,    // the server takes it without a word, though it is likely a slip
 };
 
 // One thing wrong with a record.

@@ -78,6 +78,8 @@ public:
     // The last line read started at this line number, at this offset.
     int lastLineNumber() const { return lastLine_; }
     std::size_t lastLineStart() const { return lastLineStart_; }
+    // The offset the reading stands at.
+    std::size_t position() const { return pos_; }
 
     char readChar(std::string_view what);
 

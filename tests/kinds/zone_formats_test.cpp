@@ -28,6 +28,8 @@ private slots:
             check<Rooms>();                                                                        \
         else if (kind == ".mob")                                                                   \
             check<Mobiles>();                                                                      \
+        else if (kind == ".shp")                                                                   \
+            check<Shops>();                                                                        \
         else                                                                                       \
             check<Objects>();                                                                      \
     } while (false)
@@ -43,6 +45,10 @@ const QString M = "#1|a~|b~|~|~|0 0 0 S|1 2 3 1d1+1 1d1+1|0 0|8 8 0"; // a whole
 const QString MS = "#1 [a] [b] [] [] [0] [0] 0 [S] 1 2 3 [1d1+1] [1d1+1] 0 0 8 8 0";
 const QString O = "#1|a~|b~|c~|~|1 0 0|0 0 0 0|0 0 0|"; // an object up to its blocks
 const QString OS = "#1 [a] [b] [c] [] 1 [0] [0] 0 0 0 0 0 0 0";
+// A shop's messages, its four numbers after them, its hours; the current form's mark.
+const QString SM = "a~|b~|c~|d~|e~|%s f %d~|%s g %d~|", SN = "0|2|3000|4|", SH = "0|28|0|0|";
+const QString SV = "CircleMUD v3.0 Shop File~|";
+const QString SS = "[a] [b] [c] [d] [e] [%s f %d] [%s g %d] R 3001 H0 28 0 0";
 
 void row(const char* kind, const char* name, const QString& file, const QVariant& second,
          const QString& third = {}) {
@@ -69,6 +75,15 @@ void ZoneFormatsTest::reads_data() {
         "#1 [a] [b] [] [] [c] [k] 200 [S] 6 14 4 [7d1+0] [1d6+-2] 40 1500 7 3 5");
     row(".obj", "extra descriptions and affects in any order, location 0 kept",
         O + "A|3 1|E|k~|d|~|A|0 -1|E|~|x|~|$", 1, OS + " E[k] [d] E[] [x] A3 1 A0 -1");
+    row(".shp", "type names in any case, keywords after a name, a number, a -1", SV +
+        "#1~|3050|3051|-1|1.1|0.9|weapons sharp|liq container|5  long sword ; a|+9|-1 blue|" + SM + SN + "3001|-1|" + SH + "$~",
+        1, "#1 [1.1] [0.9] 0 2 3000 4 P 3050 3051 T5 [s sharp] T17 [] T5 [long sword] T9 [blue] " + SS);
+    row(".shp", "the older form: five products, five types, one room, -1 for none",
+        "#1~|3050|-1|3051|-1|-2|1.1|0.9|5|-1|9|-1|0|" + SM + SN + "3001|" + SH + "$~",
+        1, "#1 [1.1] [0.9] 0 2 3000 4 P 3050 3051 -2 T5 [] T9 [] T0 [] " + SS);
+    row(".shp", "texts read over before a shop, lines passed over in lists, messages over lines",
+        SV + "the baker|* of Midgaard~|#1~|* sells|3050||-1| 1.1x|0.9|-1|a|b~|" + SM.mid(3) + SN + "3001|-1|" + SH + "$~",
+        1, "#1 [ 1.1x] [0.9] 0 2 3000 4 P 3050 [a/b] " + SS.mid(4));
     // clang-format on
 }
 
@@ -78,6 +93,18 @@ void ZoneFormatsTest::refuses_data() {
     // clang-format off
     row(".wld", "D7", R + "D7|~|~|0 -1 2|S|$", 5, "an exit direction \"D0\" to \"D5\"");
     row(".mob", "extended block without its E", M + "|Str: 18|$", 12, "the end of the block \"E\"");
+    const QString shop = "#1~|-1|1.1|0.9|-1|" + SM + SN + "-1|" + SH;
+    const QString end = "a shop \"#<number>~\" or the end of the file \"$~\"";
+    row(".shp", "an empty file", "", 1, end);
+    row(".shp", "$ without its ~", SV + shop + "$", 23, end);
+    row(".shp", "~ alone between shops", SV + shop + "~|" + shop + "$~", 23, "it crashes there");
+    row(".shp", "a blank line before a shop", SV + shop + "|" + shop + "$~", 24, "not read as a shop");
+    row(".shp", "the header's ~ far below", SV + QString(shop).replace("#1~", "#1"), 2, "has no \"~\" at the end of its line");
+    row(".shp", "a factor that is not a number", SV + QString(shop).replace("1.1", "abc"), 4, "the buying price factor");
+    row(".shp", "a buy type neither named nor numbered", SV + QString(shop).replace("0.9|-1", "0.9|SWORD|-1"), 6, "an item type");
+    row(".shp", "keywords after the -1, no type before", SV + QString(shop).replace("0.9|-1", "0.9|-1 sword"), 6, "no buy type before it");
+    row(".shp", "a number line longer than the server reads", SV + QString(shop).replace("#1~|-1", "#1~|-1" + QString(253, ' ')), 3, "longer than the 255");
+    row(".shp", "a * line longer than the server reads", SV + QString(shop).replace("#1~", "#1~|*" + QString(300, 'x')), 3, "longer than the 255");
     // clang-format on
 }
 
@@ -102,6 +129,15 @@ void ZoneFormatsTest::writes_data() {
     row(".obj", "flag texts as read, numbers plain",
         "#+1|a~|b~|c~|~|+5 hg 8193 extra|-0 +3 -4 0  |007 5 1|$",
         "#1|a~|b~|c~|~|5 hg 8193|0 3 -4 0|7 5 1|$");
+    row(".shp", "a table never read: a new file of the current form", "", SV + "$~");
+    row(".shp", "types by name, a -1's words to their type, numbers plain, a factor as it stands",
+        SV + "#1 the baker~|+3050|-1| 1.10 x|0.9|weapons sharp|5 ; a|30 x|-1 blue|" + SM + SN + "-1|" + SH + "$~",
+        SV + "#1~|3050|-1| 1.10 x|0.9|WEAPON s sharp|WEAPON|30 blue|-1|" + SM + SN + "-1|" + SH + "$~");
+    row(".shp", "the older form's lists filled with -1",
+        "#1~|-1|3050|-1|-1|-1|1|1|-1|-1|5|-1|-1|" + SM + SN + "3001|" + SH + "$~",
+        "#1~|3050|-1|-1|-1|-1|1|1|5|-1|-1|-1|-1|" + SM + SN + "3001|" + SH + "$~");
+    row(".shp", "each shop in the form the server reads it in at its place",
+        "#1~|-1|-1|-1|-1|-1|1|1|-1|-1|-1|-1|-1|" + SM + SN + "-1|" + SH + SV + "#2~|-1|1|1|-1|" + SM + SN + "-1|" + SH + "$~", "=");
     // clang-format on
 }
 

@@ -63,6 +63,11 @@ private slots:
         put("30.zon", zone);
         put("31.zon", QString(zone).replace("3000 3099", "3100 3099"));
         put("32.zon", QString(zone).replace("3000 3099", "3099"));
+        const QString shop = "CircleMUD v3.0 Shop File~|#1~|3050|-1|1.1|0.9|WEAPON|-1|a~|b~|c~|d~|e~|"
+                             "%s f %d~|%s g %d~|0|2|3000|4|3001|-1|0|28|0|0|$~";
+        put("30.shp", shop, "\r\n");
+        put("bad.shp", QString(shop).replace("$~", "$"));
+        put("logged.shp", QString(shop).replace("a~", "%s %s a~").replace("0.9", "1.2").replace("28", "30"));
         put("neg.wld", QString(room).replace("#3001", "#-5"));
         put("mac.wld", room, "\r");
         QDir(out_.path()).removeRecursively();
@@ -85,7 +90,7 @@ private slots:
             << "30.wld: 1 room|30.mob: 2 mobiles|30.obj: 1 object|castle.wld: 1 room" << "" << none;
         QTest::newRow("refused, missing, not a zone file, a pipe") << "31.mob 32.wld notes.txt pipe.wld neg.wld mac.wld" << 1
             << "31.mob:8: expected the gold line \"<gold> <xp>\"|32.wld: cannot read the file: No such file or directory|"
-               "notes.txt: not a zone file: the name must end in .wld, .mob, .obj or .zon|"
+               "notes.txt: not a zone file: the name must end in .wld, .mob, .obj, .zon or .shp|"
                "pipe.wld: cannot read the file: not a regular file but a named pipe (FIFO)|"
                "neg.wld:1: -5: a vnum cannot be negative|mac.wld:1: the line ends are not understood: lines end in CR "
                "alone (an old Mac file); save it with LF or CR LF line ends" << "" << none;
@@ -112,6 +117,16 @@ private slots:
             << "30.zon: 2 commands|31.zon:3: the bottom VNum 3100 is above the top VNum 3099|32.zon: 2 commands|"
                "32.zon:3: three numbers, without the bottom VNum (an older file): kept as they are, though "
                "this server reads four" << "" << QStringList{};
+        QTest::newRow("shop files: shops, the line refused") << "30.shp bad.shp" << 1
+            << "30.shp: 1 shop|bad.shp:26: expected a shop \"#<number>~\" or the end of the file \"$~\"" << "" << none;
+        QTest::newRow("a shop's findings at their fields' lines") << "logged.shp" << 0
+            << "logged.shp: 1 shop|logged.shp:9: shop 1: The message when the keeper has no such item has two %s; the "
+               "server drops it (the server logs it)|logged.shp:6: shop 1: The selling price factor 1.2 is above the "
+               "buying one 1.1: players earn money by buying and selling back (the server accepts it)|logged.shp:23: "
+               "shop 1: The first closing hour 30 is outside 0-28 (the server accepts it)" << "" << none;
+        QTest::newRow("a shop's findings, strict") << "--strict logged.shp" << 1 << "logged.shp: 1 shop*" << "" << none;
+        QTest::newRow("rewrite a shop file") << "--rewrite OUT 30.shp" << 0
+            << "30.shp: 1 shop, written to OUT/30.shp" << "" << QStringList{"30.shp"};
         QTest::newRow("rewrite a zone file") << "--rewrite OUT 30.zon" << 0
             << "30.zon: 2 commands, written to OUT/30.zon" << "" << QStringList{"30.zon"};
         QTest::newRow("rewrite") << "--rewrite OUT 030.wld 30.mob" << 0
@@ -129,7 +144,7 @@ private slots:
         QTest::newRow("unknown option") << "--fix 30.wld" << 2 << "" << "marl-check: unknown option --fix" << none;
         QTest::newRow("rewrite without a folder") << "30.wld --rewrite" << 2 << "" << "--rewrite needs a folder" << none;
         QTest::newRow("a name like an option after --") << "-- --help" << 1
-            << "--help: not a zone file: the name must end in .wld, .mob, .obj or .zon" << "" << none;
+            << "--help: not a zone file: the name must end in .wld, .mob, .obj, .zon or .shp" << "" << none;
         // clang-format on
     }
 

@@ -3,6 +3,7 @@
 
 #include "test_main.h"
 
+#include "shops/format/shop_checks.h"
 #include "zone_files.h"
 #include "zones/format/zone_reset_file.h"
 
@@ -15,7 +16,7 @@ namespace {
 
 // The records a file holds by its own account: its `#<vnum>` lines.
 int headerLines(const std::string& bytes) {
-    static const QRegularExpression header(QStringLiteral("^#[0-9]+[ \\t]*\\r?$"),
+    static const QRegularExpression header(QStringLiteral("^#[0-9]+~?[ \\t]*\\r?$"),
                                            QRegularExpression::MultilineOption);
     int count = 0;
     for (auto it = header.globalMatch(QString::fromLatin1(bytes)); it.hasNext(); it.next())
@@ -77,6 +78,9 @@ private slots:
     void zoneEdits();
     void zoneSaveRefusals_data();
     void zoneSaveRefusals();
+    void shopChecks_data();
+    void shopChecks();
+    void newShopBoots();
 };
 
 // Hand edits of stock files that the server boots without a new SYSERR:
@@ -116,6 +120,13 @@ void CorpusTest::handEdits_data() {
     QTest::newRow("the server stops at #99999: the rest kept, told") << "30.obj" << "\n$\n"
         << "\n#99999\nnotes, never read\n$\n" << "" << 1;
     QTest::newRow("a word after the last number") << "30.obj" << "65 300 100\n" << "65 300 100kg\n" << "" << 0;
+    QTest::newRow("type names in lower case, keywords, a ; note") << "30.shp" << "SCROLL\nWAND\n"
+        << "scrolls magic\nwand ; sticks\n" << "SCROLL s magic\nWAND\n" << 0;
+    QTest::newRow("* and empty lines among products: told") << "30.shp" << "3050\n3051\n" << "3050\n* scrolls\n\n3051\n" << "" << 1;
+    QTest::newRow("a text read over between shops") << "30.shp" << "0\n0\n#3001~" << "0\n0\nThe grocer~\n#3001~" << "" << 0;
+    QTest::newRow("a header's ~ on the next line: told") << "30.shp" << "#3001~" << "#3001\n~" << "#3001~" << 1;
+    QTest::newRow("blanks, tabs and + around numbers") << "30.shp" << "2\n3000\n2\n3033\n" << "2\n +3000\t\n2 \n3033\n" << "" << 0;
+    QTest::newRow("words after a factor") << "30.shp" << "1.15\n" << "1.15 (markup)\n" << "1.15 (markup)\n" << 0;
     // clang-format on
 }
 
@@ -328,6 +339,149 @@ void CorpusTest::zoneSaveRefusals() {
         problems
             << QString("%1: %2").arg(problem.line).arg(QString::fromStdString(problem.problem));
     QCOMPARE(problems.join('|'), refused);
+}
+
+// What the checks find of stock shop #3000 with one field set as a window
+// sets it (`messageN`, `buy`, `sell`, `hourN`, lists of numbers, buy types
+// as `type:keywords`, `older` for the older form; `&` between two), what
+// Save only warns of marked.  Stored, it changes only its own lines and
+// reads back; and the server drops the messages the checks say it drops,
+// and logs a list it cuts short, and nothing else of it.
+void CorpusTest::shopChecks_data() {
+    test::columns<QString, QString>({"edit", "problems"});
+    const QString drops = "; the server drops it";
+    // clang-format off
+    QTest::newRow("two %s") << "message0=%s %s hi" << "The message when the keeper has no such item has two %s" + drops;
+    QTest::newRow("%d outside the price messages") << "message1=%s costs %d"
+        << "The message when the customer has no such item has a %d, which only the messages when the keeper sells or buys may have" + drops;
+    QTest::newRow("two %d") << "message5=%s %d and %d" << "The message when the keeper sells has two %d" + drops;
+    QTest::newRow("%d before %s") << "message6=%d for %s" << "The message when the keeper buys has its %d before any %s (the customer's name comes first)" + drops;
+    QTest::newRow("%d and no %s") << "message5=That'll be %d" << "The message when the keeper sells has its %d before any %s (the customer's name comes first)" + drops;
+    QTest::newRow("% at the end") << "message2=%s 100%" << "The message when the keeper does not buy the item has a % at its end, which the server does not take" + drops;
+    QTest::newRow("%% at the end") << "message2=%s 100%%" << "The message when the keeper does not buy the item has a % at its end, which the server does not take" + drops;
+    QTest::newRow("%% before a blank") << "message3=%s 50%% off" << "The message when the keeper cannot afford the item has \"% \", which the server does not take" + drops;
+    QTest::newRow("% at a line's end") << "message4=%s 5%/more" << "The message when the customer cannot afford the item has a % at the end of a line, which the server does not take" + drops;
+    QTest::newRow("%s on two lines") << "message4=%s a/%s b" << "The message when the customer cannot afford the item has two %s" + drops;
+    QTest::newRow("every message good, %s and %d where they may stand") << "message6=%s here, %d coins/for it" << "";
+    QTest::newRow("a message past the server's limit") << "message3=" + QString(8200, 'x')
+        << "The message when the keeper cannot afford the item is 8216 bytes as the server reads it; it reads at most 8191 and stops booting at a longer one";
+    QTest::newRow("an empty message") << "message0=" << "The message when the keeper has no such item is empty: the server keeps no message for it, as for one it drops";
+    QTest::newRow("a factor not a number") << "buy=abc" << "The buying price factor \"abc\" is not a number";
+    QTest::newRow("an empty factor") << "sell=" << "The selling price factor is empty; the server needs a number there";
+    QTest::newRow("selling above buying: a warning") << "sell=1.2" << "warning: The selling price factor 1.2 is above the buying one 1.15: players earn money by buying and selling back";
+    QTest::newRow("hour 29") << "hour0=29" << "The first opening hour 29 is outside 0-28";
+    QTest::newRow("hour -1") << "hour3=-1" << "The second closing hour -1 is outside 0-28";
+    QTest::newRow("a negative product") << "products=3050 -5" << "The products hold -5, and a negative number ends their list there";
+    QTest::newRow("a negative type") << "types=-3" << "The buy types hold -3, and a negative number ends their list there";
+    QTest::newRow("; in keywords") << "types=5:sword;x" << "The buy type WEAPON has a \";\" in its keywords, where the server stops reading them";
+    QTest::newRow("keywords past the server's line") << "types=5:" + QString(8176, 'x')
+        << "The keywords of the buy type WEAPON are not one line of at most 8175 characters, as the server reads them";
+    QTest::newRow("101 products") << "products=" + QString("3050 ").repeated(101).trimmed()
+        << "The shop has 101 products; the server keeps the first 100 and logs the rest";
+    QTest::newRow("older form: six products") << "older&products=1 2 3 4 5 6" << "An older-form shop file holds at most five products per shop; this shop has 6";
+    QTest::newRow("older form: two rooms") << "older&rooms=3033 3034" << "An older-form shop file holds at most one room per shop; this shop has 2";
+    QTest::newRow("older form: keywords") << "older&types=5:sword" << "An older-form shop file holds no keywords after a buy type";
+    QTest::newRow("keeper, temper, flags, trade, rooms, types") << "keeper=3001&temper=1&flags=3&trade=127&rooms=3033 3034&types=9:chain&hour2=5" << "";
+    // clang-format on
+}
+
+void CorpusTest::shopChecks() {
+    QFETCH(QString, edit);
+    QFETCH(QString, problems);
+    const QString path = test::corpusDir() + "/30.shp";
+    if (!QFileInfo(path).isFile())
+        QSKIP(qPrintable(path));
+    const std::string stock = test::readBytes(path);
+    auto table = std::make_unique<ShopTable>();
+    const int count = readShops(stock, *table);
+    ShopRecord& shop = (*table)[0];
+    const std::size_t length = table->leader.size() + shop.Source.size();
+    shop.Source.clear();
+    const auto numbers = [](const QString& list) {
+        std::vector<std::int32_t> out;
+        for (const QString& number : list.split(' ', Qt::SkipEmptyParts))
+            out.push_back(number.toInt());
+        return out;
+    };
+    for (const QString& change : edit.split('&')) {
+        const QString field = change.section('=', 0, 0), value = change.section('=', 1);
+        const std::string text = QString(value).replace('/', "\r\n").toStdString();
+        const int n = field.right(1).toInt();
+        if (field == "older")
+            table->leader.clear();
+        else if (field.startsWith("message"))
+            shop.Messages[std::size_t(n)] = text;
+        else if (field.startsWith("hour"))
+            shop.Hours[std::size_t(n)] = value.toInt();
+        else if (field == "buy" || field == "sell")
+            (field == "buy" ? shop.BuyFactor : shop.SellFactor) = text;
+        else if (field == "products" || field == "rooms")
+            (field == "rooms" ? shop.Rooms : shop.Products) = numbers(value);
+        else if (field == "types")
+            shop.BuyTypes = {{value.section(':', 0, 0).toInt(), value.section(':', 1).toStdString()}};
+        else
+            (field == "keeper" ? shop.Keeper : field == "temper" ? shop.Temper : field == "flags" ? shop.Flags : shop.TradeWith) = value.toInt();
+    }
+    QStringList found, dropped;
+    bool boots = true;
+    for (const ShopProblem& problem : shopProblems(shop, table->lineEnd, olderFormAt(*table, 0))) {
+        found << (problem.refusesSave ? "" : "warning: ") + QString::fromStdString(problem.what);
+        boots = boots && problem.severity != Severity::RefusesBoot;
+        if (problem.severity == Severity::OnlyLogged)
+            dropped << (problem.field == ShopField::Message ? QString("message %1").arg(problem.index) : "list");
+    }
+    QCOMPARE(found.join('|'), problems);
+    if (!boots || edit.startsWith("older"))
+        return;
+    // Written, only shop #3000's lines change, and it reads back as stored.
+    const std::string written = writeShops(*table, count);
+    QVERIFY(written.compare(written.size() - (stock.size() - length), std::string::npos, stock, length) == 0);
+    auto again = std::make_unique<ShopTable>();
+    QCOMPARE(readShops(written, *again), count);
+    QVERIFY(test::sameFields((*again)[0], shop) || edit.contains(';')); // read up to the ;
+    const std::optional<QStringList> errors = bootErrors("30.shp", written);
+    if (!errors)
+        return;
+    QStringList logged;
+    static const QRegularExpression message("Shop #3000 .*message #([0-6])");
+    for (const QString& error : *errors)
+        if (const auto match = message.match(error); match.hasMatch())
+            logged << "message " + match.captured(1);
+        else if (error.contains("MAX_SHOP_OBJ"))
+            logged << "list";
+    logged.removeDuplicates();
+    QCOMPARE(logged, dropped);
+}
+
+// A shop made in code, as a window makes one, in a new file: the server
+// boots the stock world with it in place of the stock shops and logs
+// nothing it does not log of those.
+void CorpusTest::newShopBoots() {
+    auto table = std::make_unique<ShopTable>();
+    ShopRecord& shop = (*table)[0];
+    shop.VNum = 3000;
+    shop.Products = {3010, 3011};
+    shop.BuyFactor = "1.3";
+    shop.SellFactor = "0.4";
+    shop.BuyTypes = {{19, ""}, {17, "water | milk"}};
+    shop.Messages = {"%s No such bread.", "%s You have none.", "%s Not from me!", "%s I am out of coins.",
+                     "%s You cannot pay.", "%s That is %d coins,\r\nfresh.", "%s Here are %d coins."};
+    shop.Temper = 1;
+    shop.Keeper = 3001;
+    shop.TradeWith = 2;
+    shop.Rooms = {3009, 3010};
+    shop.Hours = {6, 20, 0, 0};
+    QVERIFY(shopProblems(shop, table->lineEnd, olderFormAt(*table, 0)).empty());
+    const std::string written = writeShops(*table, 1);
+    QVERIFY(written.starts_with("CircleMUD v3.0 Shop File~\r\n#3000~\r\n3010\r\n"));
+    auto again = std::make_unique<ShopTable>();
+    QCOMPARE(readShops(written, *again), 1);
+    QVERIFY(test::sameFields((*again)[0], shop));
+    if (!QFileInfo(test::corpusDir() + "/30.shp").isFile())
+        QSKIP("the server's stock zone files are not at ../shared/corpus");
+    const std::optional<QStringList> stockErrors = bootErrors("30.shp", test::readBytes(test::corpusDir() + "/30.shp"));
+    if (stockErrors)
+        QCOMPARE(bootErrors("30.shp", written), stockErrors);
 }
 
 MARL_TEST_MAIN(CorpusTest)

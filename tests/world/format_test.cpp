@@ -63,7 +63,12 @@ private slots:
             verbs << QString::fromLatin1(type.caption);
         for (const LiquidDef& liquid : kLiquids) // drunkenness, hunger, thirst
             drinks << QStringLiteral("%1/%2/%3").arg(liquid.drunk).arg(liquid.fill).arg(liquid.thirst);
+        QStringList types;
+        for (std::string_view name : kShopItemTypes)
+            types << QString::fromLatin1(name.data(), qsizetype(name.size()));
         QTest::newRow("attack verbs") << "fight.c" << R"re(\{"(\w+)", "(\w+)"\})re" << verbs;
+        QTest::newRow("item types in shop files") << "constants.c"
+            << R"re(  "([A-Z ]+)",\n(?=(?:  "[A-Z ]+",\n)*  "\\n"\n\};\s*/\* ITEM_WEAR_))re" << types;
         QTest::newRow("effects of drinks") << "constants.c" << R"(\{(-?\d+), (-?\d+), (-?\d+)\})" << drinks;
     }
     void asTheServerHasThem() {
@@ -81,7 +86,7 @@ private slots:
     }
     void stockFiles_data() {
         QTest::addColumn<QString>("path");
-        for (const char* extension : {".wld", ".mob", ".obj"})
+        for (const char* extension : {".wld", ".mob", ".obj", ".shp"})
             for (const QString& path : test::corpusFiles(extension))
                 QTest::newRow(qPrintable(QFileInfo(path).fileName())) << path;
     }
@@ -94,7 +99,7 @@ private slots:
         const std::string bytes = test::readBytes(path);
         const QString name = QFileInfo(path).fileName();
         const std::int32_t zone = zoneFromFileName(name.toStdString()).value_or(0);
-        static const QRegularExpression header("^#[0-9]+[ \\t]*\\r?$", QRegularExpression::MultilineOption);
+        static const QRegularExpression header("^#[0-9]+~?[ \\t]*\\r?$", QRegularExpression::MultilineOption);
         test::byExtension(name, [&]<typename Kind>() {
             auto table = std::make_unique<typename Kind::File>();
             const int count = Kind::read(bytes, *table);

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "kinds/zone_kinds.h"
+#include "shops/format/shop_file.h"
 #include "test_support.h"
 #include "world/record_compare.h"
 #include "world/zone.h"
@@ -64,6 +65,32 @@ inline QString describe(const ObjectRecord& o) {
     return out;
 }
 
+inline QString describe(const ShopRecord& s) {
+    QString out = '#' + parts(s.VNum, s.BuyFactor, s.SellFactor, s.Temper, s.Flags, s.Keeper,
+                              s.TradeWith) + " P";
+    for (std::int32_t product : s.Products)
+        out += ' ' + part(product);
+    for (const ShopBuyType& type : s.BuyTypes)
+        out += " T" + parts(type.Type, type.Keywords);
+    for (const std::string& message : s.Messages)
+        out += ' ' + part(message);
+    out += " R";
+    for (std::int32_t room : s.Rooms)
+        out += ' ' + part(room);
+    return out + " H" + parts(s.Hours[0], s.Hours[1], s.Hours[2], s.Hours[3]);
+}
+
+// Shop files, beside the kinds' table until the shop window joins it.
+struct ShopKind {
+    using Record = ShopRecord;
+    using Table = ShopTable;
+    static constexpr std::string_view extension = ".shp";
+    static int read(std::string_view bytes, Table& table) { return readShops(bytes, table); }
+    static std::string write(Table& table, int count, std::int32_t) {
+        return writeShops(table, count);
+    }
+};
+
 // The kinds; rooms are written with zone 30 unless a test says otherwise.
 template <typename Base> struct Kind : Base {
     static std::string write(typename Base::File& table, int count, std::int32_t zone = 30) {
@@ -73,12 +100,15 @@ template <typename Base> struct Kind : Base {
 using Rooms = Kind<RoomKind>;
 using Mobiles = Kind<MobileKind>;
 using Objects = Kind<ObjectKind>;
+using Shops = Kind<ShopKind>;
 
 // Calls `check.template operator()<Kind>()` with the kind of a file's name.
 template <typename Check> void byExtension(const QString& name, Check check) {
-    const bool known =
-        withZoneKind(QFileInfo(name).suffix().prepend('.').toStdString(),
-                     [&]<typename Base>() { check.template operator()<Kind<Base>>(); });
+    const std::string extension = QFileInfo(name).suffix().prepend('.').toStdString();
+    if (extension == ShopKind::extension)
+        return check.template operator()<Shops>();
+    const bool known = withZoneKind(
+        extension, [&]<typename Base>() { check.template operator()<Kind<Base>>(); });
     QVERIFY2(known, qPrintable(name));
 }
 
