@@ -8,6 +8,7 @@
 #include <system_error>
 #include <thread>
 #include <type_traits>
+#include <unordered_set>
 
 #include "kinds/world_index.h"
 #include "kinds/zone_kinds.h"
@@ -251,8 +252,11 @@ void listServerFiles(World& world, std::array<bool, kWorldKinds>& missing) {
             file.size = ec ? 0 : size;
             file.shown = joined(shown, entry.name);
         }
+        std::unordered_set<std::string_view> names;
+        for (const IndexEntry& entry : listing.entries)
+            names.insert(entry.name);
         for (std::string& name : filesEndingIn(folder, info.extension))
-            if (!listing.lists(name))
+            if (!names.count(name))
                 index.unlisted.push_back(std::move(name));
         std::sort(index.unlisted.begin(), index.unlisted.end());
         for (WorldFile& file : listed)
