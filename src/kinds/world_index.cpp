@@ -90,6 +90,10 @@ IndexState indexStateOf(const std::filesystem::path& zoneFile) {
                                                                 : IndexState::NotListed;
 }
 
+std::string indexQuestion(std::string_view fileName) {
+    return "Add " + std::string(fileName) + " to the world's index, so the server loads it?";
+}
+
 bool addToIndexBeside(const std::filesystem::path& zoneFile, std::string& error) {
     const std::filesystem::path index = indexBeside(zoneFile);
     std::string bytes;

@@ -44,6 +44,10 @@ enum class IndexState {
 };
 IndexState indexStateOf(const std::filesystem::path& zoneFile);
 
+// What a Save that created a file the index does not list asks:
+// "Add 40.wld to the world's index, so the server loads it?"
+std::string indexQuestion(std::string_view fileName);
+
 // Adds the zone file's name to the index beside it, unless the index lists
 // it already (then the index is not written).  False with `error` when the
 // index cannot be read or written; the index is then as it was.
