@@ -14,6 +14,7 @@
 
 #include "../world/zone_files.h"
 #include "kinds/world_index.h"
+#include "kinds/world_model.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -287,6 +288,25 @@ private slots:
         compare(extra,
                 {booted.status, added(booted.syserrs, before.syserrs, std::equal_to<QString>())},
                 ran);
+    }
+
+    // What the editors ask of a world: the world of the file they open (the
+    // server's layout above its folder, or the folder itself), a record's
+    // name and place by kind and VNum, a kind's records by VNum.
+    void lookups() {
+        const World world = loadWorld(worldFolderOf((sample_ + "/wld/30.wld").toStdString()));
+        QCOMPARE(QString::fromStdString(world.folder.string()), sample_);
+        const WorldRecord* temple = world.find(WorldKind::Room, 3001);
+        QVERIFY(temple && temple->name == "The Temple Of Midgaard" && temple->line == 15);
+        QVERIFY(world.files[std::size_t(temple->file)].shown.ends_with("wld/30.wld"));
+        QCOMPARE(world.find(WorldKind::Mobile, 3000)->name, std::string("the wizard"));
+        QVERIFY(!world.find(WorldKind::Object, 6013));
+        const auto objects = world.listing(WorldKind::Object);
+        QCOMPARE(objects.size(), std::size_t(259));
+        QVERIFY(std::is_sorted(objects.begin(), objects.end(),
+                               [](auto a, auto b) { return a->vnum < b->vnum; }));
+        QCOMPARE(worldFolderOf((test::corpusDir() + "/30.wld").toStdString()),
+                 fs::path(test::corpusDir().toStdString()));
     }
 
     // The index a Save offers to add a new zone file to: the name goes on a
