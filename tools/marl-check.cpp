@@ -19,6 +19,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "kinds/world_checks.h"
 #include "kinds/zone_kinds.h"
 #include "shops/format/shop_checks.h"
 #include "world/zone.h"
@@ -32,7 +33,9 @@ namespace {
 
 constexpr const char* kUsage =
     "Usage: marl-check [--strict] [--rewrite DIR] FILE...\n"
-    "Checks CircleMUD zone files the way the Marl editor reads them.\n"
+    "       marl-check [--strict] [--json] [--world] WORLD\n"
+    "Checks CircleMUD zone files the way the Marl editor reads them, or a whole\n"
+    "world the way the game server boots it.\n"
     "\n"
     "Each FILE is read by its extension: .wld (rooms), .mob (mobiles), .obj\n"
     "(objects), .zon (a zone's reset commands) or .shp (shops).  For a file that\n"
@@ -58,9 +61,31 @@ constexpr const char* kUsage =
     "which it logs; an hour outside 0-28, or a selling price factor above the\n"
     "buying one, which it accepts.\n"
     "\n"
+    "A WORLD is a folder laid out as the server's lib/world (wld/ mob/ obj/ zon/\n"
+    "shp/, each with the index naming the files the server loads) or a folder of\n"
+    "zone files, all of which are loaded; a single folder given is a world.  Each\n"
+    "finding is a line \"FILE:LINE: what is wrong [the server's words] (what the\n"
+    "server does)\", in the order the server reads the files: what stops its boot\n"
+    "(a file it refuses, an index naming a missing file or without its \"$\", a\n"
+    "zone whose bottom is above its top, a room below its zone or above every\n"
+    "zone, no start room); what it logs as it boots (a reset naming a mobile,\n"
+    "object or room that is not there, the checks of each record); what it logs\n"
+    "only when it resets the zones to run the game (a G or E with no mobile\n"
+    "before it, a P whose container is not loaded, a D on a side with no exit);\n"
+    "and what it says nothing of though the game goes wrong (a VNum twice in a\n"
+    "kind, records out of order, an exit to no room, a door whose key is no\n"
+    "object, a record outside its zone's range, zones that overlap, a file its\n"
+    "folder's index does not list).  A last line counts the records and\n"
+    "findings.  Shop files are listed, not read.\n"
+    "\n"
     "Options:\n"
+    "  --world        check WORLD, a folder, as a whole.\n"
+    "  --json         with a world, each finding as one JSON object a line (file,\n"
+    "                 line, severity: refuses-boot, logged, logged-in-game or\n"
+    "                 silent; text, server, and kind and vnum of the record at\n"
+    "                 fault), then one with the counts (\"summary\").\n"
     "  --strict       also fail (status 1) for what the server only logs or\n"
-    "                 accepts.\n"
+    "                 accepts silently.\n"
     "  --rewrite DIR  also write each file that reads into the folder DIR, under\n"
     "                 its own name, exactly as the editor's Save would write it.\n"
     "                 The zone number comes from the file name (30.wld is zone\n"
@@ -77,8 +102,8 @@ constexpr const char* kUsage =
     "\n"
     "Exit status: 0 when every file reads (and is written) and the server would\n"
     "boot it, 1 when any file is refused or would stop the server's boot (or,\n"
-    "with --strict, has anything the server logs), 2 for a usage error, 3 when\n"
-    "the report cannot be written.\n";
+    "with --strict, has any finding), 2 for a usage error, 3 when the report\n"
+    "cannot be written.\n";
 
 // Something the server would refuse or log, at a line of the file.
 struct FileFinding {
@@ -139,11 +164,10 @@ template <typename Table> Table& threadTable() {
 // one by one, so their order is no finding, and what it drops or logs of a
 // shop stands at its field's line.
 struct ShopFile {
-    using Table = ShopTable;
-    static constexpr std::string_view one = "shop";
-    static constexpr std::string_view many = "shops";
-    static int read(std::string_view bytes, Table& table) { return readShops(bytes, table); }
-    static std::string write(Table& table, int count, std::int32_t /*zone*/) {
+    using File = ShopTable;
+    static constexpr const KindInfo& info = ShopKind::info;
+    static int read(std::string_view bytes, File& table) { return readShops(bytes, table); }
+    static std::string write(File& table, int count, std::int32_t /*zone*/) {
         return writeShops(table, count);
     }
 };
@@ -303,12 +327,34 @@ int usageError(const std::string& problem) {
     return 2;
 }
 
+// Checks a whole world folder: each finding on a line (or a JSON object),
+// then the counts.
+int checkWorldFolder(const std::string& folder, bool strict, bool json) {
+    const World world = loadWorld(fs::path(folder), folder);
+    const WorldReport report = checkWorld(world);
+    int failed = 0;
+    const auto put = [&](std::string line) {
+        line += '\n';
+        if (std::fwrite(line.data(), 1, line.size(), stdout) != line.size() && failed == 0)
+            failed = errno != 0 ? errno : EIO;
+    };
+    for (const WorldFinding& finding : report.findings)
+        put(json ? findingJson(world, finding) : findingLine(world, finding));
+    put(json ? summaryJson(world, report) : summaryLine(world, report));
+    const bool refused = report.count(Severity::RefusesBoot) > 0;
+    if (!finishOutput(failed))
+        return 3;
+    return refused || (strict && !report.findings.empty()) ? 1 : 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     std::vector<std::string> files;
     std::optional<fs::path> rewrite;
     bool strict = false;
+    bool world = false;
+    bool json = false;
     bool options = true;
     for (int i = 1; i < argc; ++i) {
         const std::string_view arg = argv[i];
@@ -319,6 +365,10 @@ int main(int argc, char** argv) {
             return finishOutput(failed) ? 0 : 3;
         } else if (options && arg == "--strict") {
             strict = true;
+        } else if (options && arg == "--world") {
+            world = true;
+        } else if (options && arg == "--json") {
+            json = true;
         } else if (options && arg == "--rewrite") {
             if (i + 1 >= argc)
                 return usageError("--rewrite needs a folder");
@@ -332,9 +382,20 @@ int main(int argc, char** argv) {
         }
     }
     if (files.empty())
-        return usageError("no zone file given");
+        return usageError(world ? "--world needs a folder" : "no zone file given");
+    std::error_code ec;
+    if (!world && files.size() == 1 && fs::is_directory(files[0], ec))
+        world = true;
+    if (world) {
+        if (files.size() != 1 || rewrite)
+            return usageError("a world is one folder, checked alone");
+        if (!fs::is_directory(files[0], ec))
+            return usageError("--world needs a folder, not '" + files[0] + "'");
+        return checkWorldFolder(files[0], strict, json);
+    }
+    if (json)
+        return usageError("--json goes with a world folder");
     if (rewrite) {
-        std::error_code ec;
         if (rewrite->empty() || !fs::is_directory(*rewrite, ec))
             return usageError("--rewrite needs an existing folder, not '" + rewrite->string() +
                               "'");

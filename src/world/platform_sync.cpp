@@ -238,7 +238,9 @@ bool tooLarge(std::string& error) {
 bool readAll(int fd, std::size_t size, std::string& bytes, std::string& error) {
     if (size > kMaxZoneFileBytes)
         return tooLarge(error);
-    bytes.assign(size, '\0');
+    // One byte more than the file holds, so that the read that finds its end
+    // has room and the buffer need not grow for it.
+    bytes.assign(size + 1, '\0');
     std::size_t done = 0;
     for (;;) {
         if (done == bytes.size()) {

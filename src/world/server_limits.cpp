@@ -56,6 +56,10 @@ std::string textTooLongMessage() {
 
 void checkText(Findings& found, std::string_view field, std::string_view value, TextForm form,
                LineEnd lineEnd) {
+    // Written, a text takes at most two bytes more than it holds (a line end
+    // and the `~`), and the server's reading at most one more a byte.
+    if (2 * (value.size() + 2) < kServerTextBuffer)
+        return;
     const std::size_t length = serverTextLength(value, form, lineEnd);
     if (length >= kServerTextBuffer)
         found.push_back(

@@ -34,15 +34,19 @@ bool fitsServerText(std::string_view value, TextForm form, LineEnd lineEnd);
 std::string textTooLongMessage();
 
 enum class Severity {
-    RefusesBoot, // the server stops booting at it
-    OnlyLogged,  // the server logs it and boots
-    Accepted,    // the server takes it without a word, though it is likely a slip
+    RefusesBoot,  // the server stops booting at it
+    OnlyLogged,   // the server logs it and boots
+    LoggedInGame, // logged only when the server boots to run the game (resetting
+                  // its zones, naming spells), not by its syntax check
+    Silent,       // the server boots without a word, and the game goes wrong
 };
 
-// One thing wrong with a record.
+// One thing wrong with a record.  `server`: the words of the server's log
+// line, where it logs one, for the builder to find it there.
 struct Finding {
     Severity severity;
     std::string what;
+    std::string server = {};
 };
 using Findings = std::vector<Finding>;
 

@@ -70,6 +70,11 @@ private slots:
         put("logged.shp", QString(shop).replace("a~", "%s %s a~").replace("0.9", "1.2").replace("28", "30"));
         put("neg.wld", QString(room).replace("#3001", "#-5"));
         put("mac.wld", room, "\r");
+        QDir(dir_.path()).mkpath("world");
+        put("world/30.zon", zone);
+        put("world/30.wld", room);
+        put("world/30.mob", mobile + "$");
+        put("world/30.obj", "#1|a~|b~|c~|~|1 0 a|0 0 0 0|0 0 0|$");
         QDir(out_.path()).removeRecursively();
         QDir(out_.path()).mkpath("30.obj/inside"); // in the way of a rewritten object file
         // Pipes as input, in the way of a rewritten file and named as the new
@@ -139,6 +144,17 @@ private slots:
                "30.wld: 1 room, written to OUT/30.wld" << "" << QStringList{"30.wld"};
         QTest::newRow("rewrite: two inputs of one name") << "--rewrite OUT 30.wld other/30.wld" << 2 << ""
             << "marl-check: 30.wld and other/30.wld have the same name: --rewrite would write one over the other" << none;
+        // A folder is a world: what the server's boot would find, file by file, and the counts.
+        QTest::newRow("a world") << "world" << 0
+            << "world: the server's start room for gods, room 1204, is not in the world [Immort start room does not exist] (the server logs it)|"
+               "world: the server's start room for frozen players, room 1202, is not in the world [Frozen start room does not exist] (the server logs it)|"
+               "world/30.zon:5: M names mobile 3000, which does not exist: the server disables the command [cmd disabled] (the server logs it)|"
+               "world/30.mob:1: mobile 1 lies outside zone 30's range 3000-3099 (the server says nothing)|"
+               "world/30.obj:1: object 1 lies outside zone 30's range 3000-3099 (the server says nothing)|"
+               "world: 4 files, 1 zone, 1 room, 1 mobile, 1 object; 0 stop the boot, 3 logged, 0 logged when the game runs, 2 the server says nothing of" << "" << none;
+        QTest::newRow("a world, strict") << "--strict --world world" << 1 << "world: the server's start room for gods*" << "" << none;
+        QTest::newRow("a world is one folder") << "--world world 30.wld" << 2 << "" << "marl-check: a world is one folder, checked alone" << none;
+        QTest::newRow("JSON is for a world") << "--json 30.wld" << 2 << "" << "marl-check: --json goes with a world folder" << none;
         QTest::newRow("help") << "--help" << 0 << "Usage: marl-check [--strict] [--rewrite DIR] FILE...*" << "" << none;
         QTest::newRow("no file") << "" << 2 << "" << "marl-check: no zone file given" << none;
         QTest::newRow("unknown option") << "--fix 30.wld" << 2 << "" << "marl-check: unknown option --fix" << none;

@@ -81,12 +81,12 @@ inline QString describe(const ShopRecord& s) {
 }
 
 // Shop files, beside the kinds' table until the shop window joins it.
-struct ShopKind {
+struct ShopFileKind {
     using Record = ShopRecord;
-    using Table = ShopTable;
-    static constexpr std::string_view extension = ".shp";
-    static int read(std::string_view bytes, Table& table) { return readShops(bytes, table); }
-    static std::string write(Table& table, int count, std::int32_t) {
+    using File = ShopTable;
+    static constexpr const KindInfo& info = ShopKind::info;
+    static int read(std::string_view bytes, File& table) { return readShops(bytes, table); }
+    static std::string write(File& table, int count, std::int32_t) {
         return writeShops(table, count);
     }
 };
@@ -100,12 +100,12 @@ template <typename Base> struct Kind : Base {
 using Rooms = Kind<RoomKind>;
 using Mobiles = Kind<MobileKind>;
 using Objects = Kind<ObjectKind>;
-using Shops = Kind<ShopKind>;
+using Shops = Kind<ShopFileKind>;
 
 // Calls `check.template operator()<Kind>()` with the kind of a file's name.
 template <typename Check> void byExtension(const QString& name, Check check) {
     const std::string extension = QFileInfo(name).suffix().prepend('.').toStdString();
-    if (extension == ShopKind::extension)
+    if (extension == ShopKind::info.extension)
         return check.template operator()<Shops>();
     const bool known = withZoneKind(
         extension, [&]<typename Base>() { check.template operator()<Kind<Base>>(); });

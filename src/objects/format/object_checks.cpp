@@ -11,6 +11,9 @@ namespace {
 constexpr int kScroll = 2, kWand = 3, kStaff = 4, kPotion = 10, kDrinkCon = 17, kFountain = 23;
 // The highest level a character reaches.
 constexpr int kTopLevel = 34;
+// The server's numbers for spells (1 up to 130), skills (up to 200), and
+// what it numbers at all (up to 299).
+constexpr int kMaxSpells = 130, kMaxSkills = 200, kTopSpellNumber = 299;
 
 // The drinks the server names, for the last alias of a drink container.
 constexpr std::array<std::string_view, 14> kDrinkNames = {
@@ -28,18 +31,29 @@ std::string num(std::int64_t value) {
     return std::to_string(value);
 }
 
-void logged(Findings& found, std::string what) {
-    found.push_back({Severity::OnlyLogged, std::move(what)});
+// `server`: the words of the line the server logs.
+void logged(Findings& found, std::string what, std::string_view server,
+            Severity severity = Severity::OnlyLogged) {
+    found.push_back({severity, std::move(what), std::string(server)});
 }
 
 void checkLevel(Findings& found, std::int32_t level) {
     if (level < 0 || level > kTopLevel)
-        logged(found, "level " + num(level) + " is outside 0 to " + num(kTopLevel));
+        logged(found, "level " + num(level) + " is outside 0 to " + num(kTopLevel),
+               "out of range level");
 }
 
 void checkSpell(Findings& found, std::int32_t spell) {
-    if (spell != -1 && !serverHasSpell(spell))
-        logged(found, "spell " + num(spell) + " is not a spell the server has (-1 for none)");
+    if (spell == -1 || serverHasSpell(spell))
+        return;
+    const std::string what = "spell " + num(spell) + " is not a spell the server has (-1 for none)";
+    // The numbers past the spells and skills it could have are logged on any
+    // boot; an unnamed one only on a boot that runs the game, whose spell
+    // names the syntax check does not load.
+    if (spell < 0 || spell > kTopSpellNumber || (spell > kMaxSpells && spell <= kMaxSkills))
+        logged(found, what, "out of range spell");
+    else
+        logged(found, what, "uses '!UNUSED!' spell", Severity::LoggedInGame);
 }
 
 std::string_view lastWord(std::string_view alias) {
@@ -70,19 +84,22 @@ void checkWeightAndRent(Findings& found, const ObjectRecord& object) {
     if ((object.OType == kDrinkCon || object.OType == kFountain) && weight < object.Values[1])
         weight = std::int64_t{object.Values[1]} + 5;
     if (weight < 0)
-        logged(found, "negative weight (" + num(weight) + ")");
+        logged(found, "negative weight (" + num(weight) + ")", "has negative weight");
     if (object.RPD < 0)
-        logged(found, "negative rent per day (" + num(object.RPD) + ")");
+        logged(found, "negative rent per day (" + num(object.RPD) + ")", "has negative cost/day");
 }
 
 void checkFlagBits(Findings& found, const ObjectRecord& object) {
-    const auto beyond = [&](std::string_view text, std::size_t named, const char* what) {
+    const auto beyond = [&](std::string_view text, std::size_t named, const char* what,
+                            std::string_view server) {
         if (named < 32 && (flagBits(text) >> named) != 0)
-            logged(found, std::string(what) + " flags beyond the " + num(std::int64_t(named)) +
-                              " the server names (" + std::string(text) + ")");
+            logged(found,
+                   std::string(what) + " flags beyond the " + num(std::int64_t(named)) +
+                       " the server names (" + std::string(text) + ")",
+                   server);
     };
-    beyond(object.EBitV, kEffectFlags.size(), "effect");
-    beyond(object.WBitV, kWearFlags.size(), "wear");
+    beyond(object.EBitV, kEffectFlags.size(), "effect", "unknown object extra flag");
+    beyond(object.WBitV, kWearFlags.size(), "wear", "unknown object wear flag");
 }
 
 void checkDrinkAlias(Findings& found, const ObjectRecord& object) {
@@ -93,14 +110,16 @@ void checkDrinkAlias(Findings& found, const ObjectRecord& object) {
         return static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
     });
     if (std::find(kDrinkNames.begin(), kDrinkNames.end(), last) == kDrinkNames.end())
-        logged(found, "the last alias of a drink container is not a drink (\"" + last + "\")");
+        logged(found, "the last alias of a drink container is not a drink (\"" + last + "\")",
+               "doesn't have drink type as last alias");
 }
 
 void checkDrinkContents(Findings& found, const ObjectRecord& object) {
     if ((object.OType == kDrinkCon || object.OType == kFountain) &&
         object.Values[1] > object.Values[0])
-        logged(found, "holds " + num(object.Values[1]) + " while its capacity is " +
-                          num(object.Values[0]));
+        logged(found,
+               "holds " + num(object.Values[1]) + " while its capacity is " + num(object.Values[0]),
+               "more than maximum");
 }
 
 void checkMagicValues(Findings& found, const ObjectRecord& object) {
@@ -116,8 +135,10 @@ void checkMagicValues(Findings& found, const ObjectRecord& object) {
 
 void checkCharges(Findings& found, const ObjectRecord& object) {
     if ((object.OType == kWand || object.OType == kStaff) && object.Values[2] > object.Values[1])
-        logged(found, num(object.Values[2]) + " charges left while the maximum is " +
-                          num(object.Values[1]));
+        logged(found,
+               num(object.Values[2]) + " charges left while the maximum is " +
+                   num(object.Values[1]),
+               "more charges");
 }
 
 Findings loggedObjectProblems(const ObjectRecord& object) {

@@ -15,3 +15,16 @@ void checkRoomTexts(Findings& found, const RoomRecord& room, LineEnd lineEnd) {
 }
 
 } // namespace marl
+
+namespace marl {
+
+void checkRoomFlags(Findings& found, const RoomRecord& room) {
+    constexpr int kServerRoomFlags = 16;
+    if (flagBits(room.BitV) >> kServerRoomFlags != 0)
+        found.push_back({Severity::OnlyLogged,
+                         "room flags beyond the " + std::to_string(kServerRoomFlags) +
+                             " the server names (" + room.BitV + ")",
+                         "unknown room flag"});
+}
+
+} // namespace marl

@@ -144,7 +144,7 @@ void checkMessageSigns(ShopProblems& found, const ShopRecord& shop) {
 void checkEmptyMessages(ShopProblems& found, const ShopRecord& shop) {
     for (std::size_t i = 0; i < shop.Messages.size(); ++i)
         if (shop.Messages[i].empty())
-            found.push_back({ShopField::Message, int(i), Severity::Accepted, true,
+            found.push_back({ShopField::Message, int(i), Severity::Silent, true,
                              message(i) + " is empty: the server keeps no message for it, as "
                                           "for one it drops"});
 }
@@ -164,7 +164,7 @@ void checkMessageLengths(ShopProblems& found, const ShopRecord& shop, LineEnd li
 void checkHours(ShopProblems& found, const ShopRecord& shop) {
     for (std::size_t i = 0; i < shop.Hours.size(); ++i)
         if (shop.Hours[i] < 0 || shop.Hours[i] > kLastHour)
-            found.push_back({ShopField::Hour, int(i), Severity::Accepted, true,
+            found.push_back({ShopField::Hour, int(i), Severity::Silent, true,
                              capital(kShopHourNames[i]) + ' ' + std::to_string(shop.Hours[i]) +
                                  " is outside 0-" + std::to_string(kLastHour)});
 }
@@ -187,7 +187,7 @@ void checkFactorOrder(ShopProblems& found, const ShopRecord& shop) {
     const std::optional<double> buy = factorValue(shop.BuyFactor);
     const std::optional<double> sell = factorValue(shop.SellFactor);
     if (buy && sell && *sell > *buy)
-        found.push_back({ShopField::SellFactor, 0, Severity::Accepted, false,
+        found.push_back({ShopField::SellFactor, 0, Severity::Silent, false,
                          "The selling price factor " + shop.SellFactor +
                              " is above the buying one " + shop.BuyFactor +
                              ": players earn money by buying and selling back"});
@@ -233,7 +233,7 @@ void checkLists(ShopProblems& found, const ShopRecord& shop, bool olderForm) {
 void checkBuyTypeKeywords(ShopProblems& found, const ShopRecord& shop) {
     for (const ShopBuyType& type : shop.BuyTypes) {
         if (type.Keywords.find(';') != std::string::npos)
-            listProblem(found, ShopField::BuyTypes, Severity::Accepted,
+            listProblem(found, ShopField::BuyTypes, Severity::Silent,
                         capital(typeName(type.Type)) +
                             " has a \";\" in its keywords, where the server stops reading them");
         if (type.Keywords.size() > kMaxKeywords ||

@@ -1,0 +1,440 @@
+#include "kinds/world_model.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstring>
+#include <exception>
+#include <memory>
+#include <system_error>
+#include <thread>
+#include <type_traits>
+#include <unordered_set>
+
+#include "kinds/world_index.h"
+#include "kinds/zone_kinds.h"
+#include "world/zone_file.h"
+#include "zones/format/zone_reset_file.h"
+
+namespace fs = std::filesystem;
+
+namespace marl {
+
+const std::array<WorldKindInfo, kWorldKinds> kWorldKindInfo = {{
+    {WorldKind::Zone, "zon", ".zon", "zone", "zones"},
+    {WorldKind::Room, "wld", ".wld", "room", "rooms"},
+    {WorldKind::Mobile, "mob", ".mob", "mobile", "mobiles"},
+    {WorldKind::Object, "obj", ".obj", "object", "objects"},
+    {WorldKind::Shop, "shp", ".shp", "shop", "shops"},
+}};
+
+namespace {
+
+// What one file holds for the world, gathered by the thread that read it.
+struct FileContents {
+    std::vector<WorldRecord> records;
+    std::vector<WorldExit> exits; // `room`: the room's place in this file
+    std::vector<WorldZone> zone;  // a zone file's one zone
+};
+
+// A table of each kind for each thread, cleared before every file.
+template <typename Table> Table& threadTable() {
+    thread_local const auto table = std::make_unique<Table>();
+    return *table;
+}
+
+int linesIn(std::string_view bytes) {
+    int lines = 0;
+    for (const char *at = bytes.data(), *end = at + bytes.size();
+         (at = static_cast<const char*>(std::memchr(at, '\n', std::size_t(end - at)))); ++at)
+        ++lines;
+    return lines;
+}
+
+void refuse(WorldFile& file, int fileIndex, int line, std::string what) {
+    file.findings.push_back({fileIndex, line, {Severity::RefusesBoot, std::move(what)}});
+}
+
+// What each kind is called by, and what the server checks of it besides
+// the kind's own problems().
+std::string_view nameOf(const RoomRecord& room) {
+    return room.Name;
+}
+std::string_view nameOf(const MobileRecord& mobile) {
+    return mobile.SDesc;
+}
+std::string_view nameOf(const ObjectRecord& object) {
+    return object.SDesc;
+}
+void checkMore(Findings& found, const RoomRecord& room) {
+    checkRoomFlags(found, room);
+}
+void checkMore(Findings& found, const MobileRecord& mobile) {
+    checkMobileFlags(found, mobile);
+    checkExtendedKeywords(found, mobile);
+}
+void checkMore(Findings&, const ObjectRecord&) {}
+
+template <typename Kind> constexpr WorldKind worldKind() {
+    if constexpr (std::is_same_v<Kind, RoomKind>)
+        return WorldKind::Room;
+    else if constexpr (std::is_same_v<Kind, MobileKind>)
+        return WorldKind::Mobile;
+    else
+        return WorldKind::Object;
+}
+
+template <typename Kind> void readRecordFile(WorldFile& file, int fileIndex, FileContents& out) {
+    typename Kind::File& table = threadTable<typename Kind::File>();
+    const LoadOutcome outcome = loadZoneTable(file.path, table, Kind::read);
+    if (!outcome.ok) {
+        refuse(file, fileIndex, outcome.line,
+               outcome.line > 0 ? outcome.problem : "cannot read the file: " + outcome.problem);
+        return;
+    }
+    file.read = true;
+    file.count = outcome.count;
+    out.records.reserve(static_cast<std::size_t>(outcome.count));
+    int line = 1 + linesIn(table.leader);
+    for (int slot = 0; slot < outcome.count; ++slot) {
+        const auto& record = table[static_cast<std::size_t>(slot)];
+        out.records.push_back({record.VNum, fileIndex, line, std::string(nameOf(record))});
+        Findings found = Kind::problems(record, table.lineEnd);
+        checkMore(found, record);
+        for (Finding& finding : found) {
+            finding.what =
+                std::string(Kind::info.one) + ' ' + std::to_string(record.VNum) + ": " + finding.what;
+            file.findings.push_back(
+                {fileIndex, line, std::move(finding), true, worldKind<Kind>(), record.VNum});
+        }
+        if constexpr (std::is_same_v<Kind, RoomKind>) {
+            for (const ExitDef& def : kExits) {
+                const ExitRecord& exit = record.Exits[static_cast<std::size_t>(def.slot)];
+                if (!exit.Absent)
+                    out.exits.push_back(
+                        {slot, def.fileDirection, exit.DoorKind, exit.KeyVNum, exit.ToVNum});
+            }
+        }
+        line += linesIn(record.Source);
+    }
+}
+
+void readZoneInto(WorldFile& file, int fileIndex, FileContents& out) {
+    std::string bytes, error;
+    if (!readZoneFile(file.path, bytes, error))
+        return refuse(file, fileIndex, 0, "cannot read the file: " + error);
+    ZoneRecord zone;
+    try {
+        readZone(bytes, zone);
+    } catch (const FormatError& refused) {
+        return refuse(file, fileIndex, refused.line(), refused.problem());
+    }
+    file.read = true;
+    file.count = 1;
+    out.records.push_back({zone.Number, fileIndex, 1 + linesIn(zone.Leader), zone.Name});
+    WorldZone& held = out.zone.emplace_back();
+    held.bottom = zone.Bottom;
+    held.top = zone.Top;
+    held.noBottom = zone.NoBottom;
+    held.numbersLine = zone.numbersLine;
+    for (std::size_t i = 0; i < zone.Commands.size(); ++i) {
+        const ZoneCommand& c = zone.Commands[i];
+        if (c.Command != kComment)
+            held.commands.push_back({c.Command, c.IfFlag, c.Arg1, c.Arg2, c.Arg3,
+                                     zone.firstCommandLine + static_cast<int>(i)});
+    }
+    if (zone.NoBottom)
+        file.findings.push_back(
+            {fileIndex,
+             zone.numbersLine,
+             {Severity::RefusesBoot,
+              "three numbers without the bottom VNum (an older file); this server reads four",
+              "Format error in numeric constant line"},
+             true,
+             WorldKind::Zone,
+             zone.Number});
+}
+
+// Reads one file the world loads, by its kind: the one place that knows how
+// a file of each kind is read.  Shop files are listed but not read yet.
+void readFileOfKind(WorldFile& file, int fileIndex, FileContents& out) {
+    switch (file.kind) {
+    case WorldKind::Zone:
+        return readZoneInto(file, fileIndex, out);
+    case WorldKind::Room:
+        return readRecordFile<RoomKind>(file, fileIndex, out);
+    case WorldKind::Mobile:
+        return readRecordFile<MobileKind>(file, fileIndex, out);
+    case WorldKind::Object:
+        return readRecordFile<ObjectKind>(file, fileIndex, out);
+    case WorldKind::Shop:
+        return;
+    }
+}
+
+// A path in a folder, as a report names it.
+std::string joined(std::string_view folder, std::string_view name) {
+    std::string path(folder);
+    if (!path.empty() && path.back() != '/')
+        path += '/';
+    return path.append(name);
+}
+
+// The number a name begins with, for the order of a flat folder (as `sort
+// -n` gives it: a name without one counts as 0).
+long long leadingNumber(const std::string& name) {
+    long long number = 0;
+    for (std::size_t i = 0; i < name.size() && name[i] >= '0' && name[i] <= '9' && i < 18; ++i)
+        number = number * 10 + (name[i] - '0');
+    return number;
+}
+
+// The regular files of `folder` whose names end in `extension`.
+std::vector<std::string> filesEndingIn(const fs::path& folder, std::string_view extension) {
+    std::vector<std::string> names;
+    std::error_code ec;
+    for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
+        const std::string name = it->path().filename().string();
+        if (name.size() > extension.size() && name.ends_with(extension) && it->is_regular_file(ec))
+            names.push_back(name);
+    }
+    return names;
+}
+
+// The files the server loads, with each kind's index before them.  Records
+// `missing` for a kind whose files are not all there to be read.
+void listServerFiles(World& world, std::array<bool, kWorldKinds>& missing) {
+    for (const WorldKindInfo& info : kWorldKindInfo) {
+        const fs::path folder = world.folder / info.folder;
+        const std::string shown = joined(world.shown, info.folder);
+        const int at = static_cast<int>(world.files.size());
+        WorldFile& index = world.files.emplace_back();
+        index.kind = info.kind;
+        index.isIndex = true;
+        index.path = folder / "index";
+        index.shown = joined(shown, "index");
+        std::string bytes, error;
+        bool& kindMissing = missing[static_cast<std::size_t>(info.kind)];
+        if (!readZoneFile(index.path, bytes, error)) {
+            kindMissing = true;
+            index.findings.push_back(
+                {at,
+                 0,
+                 {Severity::RefusesBoot, "cannot read the index, which the server loads: " + error,
+                  "opening index file"}});
+            continue;
+        }
+        index.read = true;
+        const IndexListing listing = readIndex(bytes);
+        index.indexEnd = listing.endLine;
+        if (listing.endLine == 0) {
+            kindMissing = true;
+            refuse(index, at, linesIn(bytes) + 1,
+                   "no \"$\" line ends the index: the server reads its last name again and again "
+                   "and never finishes booting");
+        }
+        std::vector<WorldFile> listed;
+        for (const IndexEntry& entry : listing.entries) {
+            std::error_code ec;
+            const fs::path path = joined(folder.string(), entry.name);
+            const std::uintmax_t size = fs::file_size(path, ec);
+            if (ec == std::errc::no_such_file_or_directory) {
+                kindMissing = true;
+                index.findings.push_back(
+                    {at,
+                     entry.line,
+                     {Severity::RefusesBoot, "lists " + entry.name + ", which is not in the folder",
+                      "listed in"}});
+                continue;
+            }
+            WorldFile& file = listed.emplace_back();
+            file.kind = info.kind;
+            file.path = path;
+            file.size = ec ? 0 : size;
+            file.shown = joined(shown, entry.name);
+        }
+        std::unordered_set<std::string_view> names;
+        for (const IndexEntry& entry : listing.entries)
+            names.insert(entry.name);
+        for (std::string& name : filesEndingIn(folder, info.extension))
+            if (!names.count(name))
+                index.unlisted.push_back(std::move(name));
+        std::sort(index.unlisted.begin(), index.unlisted.end());
+        for (WorldFile& file : listed)
+            world.files.push_back(std::move(file));
+    }
+}
+
+// Every zone file of a flat folder, each kind in the order of the numbers
+// their names begin with.
+void listFlatFiles(World& world) {
+    for (const WorldKindInfo& info : kWorldKindInfo) {
+        std::vector<std::string> names = filesEndingIn(world.folder, info.extension);
+        std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
+            const long long na = leadingNumber(a), nb = leadingNumber(b);
+            return na != nb ? na < nb : a < b;
+        });
+        for (const std::string& name : names) {
+            WorldFile& file = world.files.emplace_back();
+            std::error_code ec;
+            file.size = fs::file_size(joined(world.folder.string(), name), ec);
+            file.kind = info.kind;
+            file.path = joined(world.folder.string(), name);
+            file.shown = joined(world.shown, name);
+        }
+    }
+}
+
+// Reads each file on its own thread of a pool as large as the cores.
+void readAll(World& world, std::vector<FileContents>& contents) {
+    std::atomic<std::size_t> next{0};
+    auto work = [&] {
+        for (std::size_t i; (i = next++) < world.files.size();) {
+            WorldFile& file = world.files[i];
+            if (file.isIndex)
+                continue;
+            try {
+                readFileOfKind(file, static_cast<int>(i), contents[i]);
+            } catch (const std::exception& error) { // memory ran out
+                contents[i] = {};
+                file.read = false;
+                refuse(file, static_cast<int>(i), 0,
+                       std::string("cannot be checked: ") + error.what());
+            }
+        }
+    };
+    // A thread more for each few megabytes: below that, starting one and
+    // waiting for it costs more than it saves.
+    constexpr std::uintmax_t kBytesPerThread = 2 << 20;
+    std::uintmax_t bytes = 0;
+    for (const WorldFile& file : world.files)
+        bytes += file.size;
+    const std::size_t cores = std::max(1u, std::thread::hardware_concurrency());
+    const std::size_t count = std::min<std::size_t>(cores, bytes / kBytesPerThread + 1);
+    std::vector<std::thread> workers;
+    for (std::size_t i = 1; i < count; ++i)
+        workers.emplace_back(work);
+    work();
+    for (std::thread& worker : workers)
+        worker.join();
+}
+
+} // namespace
+
+const WorldRecord* World::find(WorldKind kind, std::int32_t vnum) const {
+    const auto& sorted = byVNum_[static_cast<std::size_t>(kind)];
+    const auto it = std::lower_bound(sorted.begin(), sorted.end(), std::make_pair(vnum, 0));
+    if (it == sorted.end() || it->first != vnum)
+        return nullptr;
+    return &records(kind)[static_cast<std::size_t>(it->second)];
+}
+
+std::vector<const WorldRecord*> World::listing(WorldKind kind) const {
+    std::vector<const WorldRecord*> list;
+    list.reserve(byVNum_[static_cast<std::size_t>(kind)].size());
+    for (const auto& [vnum, place] : byVNum_[static_cast<std::size_t>(kind)])
+        list.push_back(&records(kind)[static_cast<std::size_t>(place)]);
+    return list;
+}
+
+bool World::serverFinds(WorldKind kind, std::int32_t vnum) const {
+    const auto k = static_cast<std::size_t>(kind);
+    if (inOrder_[k]) // the halving finds every record there is
+        return vnum >= 0 && static_cast<std::size_t>(vnum) < present_[k].size() &&
+               present_[k][static_cast<std::size_t>(vnum)];
+    return serverPlace(kind, vnum) >= 0;
+}
+
+int World::serverPlace(WorldKind kind, std::int32_t vnum) const {
+    const std::vector<std::int32_t>& all = loaded_[static_cast<std::size_t>(kind)];
+    if (all.empty())
+        return -1;
+    int bottom = 0, top = static_cast<int>(all.size()) - 1;
+    for (;;) {
+        const int middle = (bottom + top) / 2;
+        const std::int32_t found = all[static_cast<std::size_t>(middle)];
+        if (found == vnum)
+            return middle;
+        if (bottom >= top)
+            return -1;
+        if (found > vnum)
+            top = middle - 1;
+        else
+            bottom = middle + 1;
+    }
+}
+
+WorldLayout layoutOf(const fs::path& folder) {
+    std::error_code ec;
+    return fs::is_directory(folder / "wld", ec) || fs::is_directory(folder / "zon", ec)
+               ? WorldLayout::Server
+               : WorldLayout::Flat;
+}
+
+fs::path worldFolderOf(const fs::path& zoneFile) {
+    const fs::path own = zoneFile.parent_path();
+    const std::string name = own.filename().string();
+    const bool kindFolder =
+        std::any_of(kWorldKindInfo.begin(), kWorldKindInfo.end(),
+                    [&](const WorldKindInfo& info) { return info.folder == name; });
+    if (kindFolder && layoutOf(own.parent_path()) == WorldLayout::Server)
+        return own.parent_path();
+    return own;
+}
+
+World loadWorld(const fs::path& folder, std::string_view shown) {
+    World world;
+    world.folder = folder;
+    world.shown = shown.empty() ? folder.string() : std::string(shown);
+    world.layout = layoutOf(folder);
+    std::array<bool, kWorldKinds> missing{};
+    if (world.layout == WorldLayout::Server)
+        listServerFiles(world, missing);
+    else
+        listFlatFiles(world);
+
+    std::vector<FileContents> contents(world.files.size());
+    readAll(world, contents);
+
+    world.complete_.fill(true);
+    for (std::size_t k = 0; k < kWorldKinds; ++k)
+        world.complete_[k] = !missing[k];
+    for (std::size_t i = 0; i < world.files.size(); ++i) {
+        const WorldFile& file = world.files[i];
+        const auto k = static_cast<std::size_t>(file.kind);
+        if (!file.isIndex && !file.read)
+            world.complete_[k] = false;
+        std::vector<WorldRecord>& records = world.records_[k];
+        const int firstRoom = static_cast<int>(records.size());
+        for (WorldExit& exit : contents[i].exits) {
+            exit.room += firstRoom;
+            world.exits.push_back(exit);
+        }
+        for (WorldZone& zone : contents[i].zone) {
+            zone.record = static_cast<int>(records.size());
+            world.zones.push_back(std::move(zone));
+        }
+        for (WorldRecord& record : contents[i].records)
+            records.push_back(std::move(record));
+    }
+    for (std::size_t k = 0; k < kWorldKinds; ++k) {
+        auto& sorted = world.byVNum_[k];
+        sorted.reserve(world.records_[k].size());
+        world.loaded_[k].reserve(world.records_[k].size());
+        world.inOrder_[k] = true;
+        for (std::size_t place = 0; place < world.records_[k].size(); ++place) {
+            const std::int32_t vnum = world.records_[k][place].vnum;
+            sorted.emplace_back(vnum, static_cast<int>(place));
+            world.inOrder_[k] =
+                world.inOrder_[k] && (place == 0 || vnum >= world.loaded_[k].back());
+            world.loaded_[k].push_back(vnum);
+            // Readers stop at a header of 99999: a record's VNum is below it.
+            if (world.present_[k].size() <= static_cast<std::size_t>(vnum))
+                world.present_[k].resize(static_cast<std::size_t>(vnum) + 1);
+            world.present_[k][static_cast<std::size_t>(vnum)] = true;
+        }
+        std::sort(sorted.begin(), sorted.end());
+    }
+    return world;
+}
+
+} // namespace marl
