@@ -59,6 +59,7 @@ fuzz: fuzz-build
 	fuzz/run $(FUZZ_SECONDS)
 
 bench: build
+	cmake --build --preset default --target bench/all -j $(JOBS)
 	./build/bench/marl-bench ../shared/corpus
 	./build/bench/world-bench ../shared/server/circle/lib/world build/marl-check \
 	  ../shared/server/boot-check build/bench-worlds
