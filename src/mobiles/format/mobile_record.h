@@ -1,6 +1,7 @@
 #pragma once
-// The mobile record, the vocabularies it carries as numbers, and the mobile
-// table.
+// The mobile record, the keywords of its extended block, and the mobile
+// table.  Positions and genders as options are the window's
+// (mobiles/mobile_vocabulary.h).
 
 #include <array>
 #include <cstdint>
@@ -9,7 +10,6 @@
 #include <vector>
 
 #include "world/record_table.h"
-#include "world/vocabulary.h"
 
 namespace marl {
 
@@ -61,21 +61,6 @@ struct MobileRecord {
 };
 
 using MobileTable = RecordTable<MobileRecord>;
-
-// Positions, offered as two option groups: the load position (`LPos`) and
-// the default position (`DPos`).
-struct PositionDef {
-    int number;
-    const char* loadControl;
-    const char* defaultControl;
-    const char* caption;
-};
-extern const std::array<PositionDef, 4> kPositions;
-inline constexpr const char* kLoadPositionFrame = "Load Position";
-inline constexpr const char* kDefaultPositionFrame = "Default Position";
-
-extern const std::array<ChoiceDef, 3> kGenders;
-inline constexpr const char* kGenderFrame = "Gender";
 
 // The keywords of the extended block, in the order they are tested on
 // reading and written, each with its field.

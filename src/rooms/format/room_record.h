@@ -1,5 +1,6 @@
 #pragma once
-// The room record, its vocabularies, and the room table.
+// The room record and the room table.  Exits', sectors' and flags' controls
+// and captions are the window's (rooms/room_controls.h).
 
 #include <array>
 #include <cstdint>
@@ -8,7 +9,6 @@
 
 #include "world/record_table.h"
 #include "world/slot_list.h"
-#include "world/vocabulary.h"
 
 namespace marl {
 
@@ -48,21 +48,11 @@ struct RoomRecord {
 
 using RoomTable = RecordTable<RoomRecord>;
 
-// Exit slots north, south, east, west, up, down; the file numbers them by
-// the server's direction numbers.
-struct ExitDef {
-    int slot;
-    int fileDirection;
-    const char* check;
-    const char* caption;
-    const char* toField;
-    const char* button;
-};
-extern const std::array<ExitDef, kExitSlots> kExits;
+// The exit slots are north, south, east, west, up, down; the file numbers
+// exits by the server's direction numbers (north 0, east 1, south 2, ...),
+// the file's number of each slot.
+inline constexpr std::array<int, kExitSlots> kExitFileDirections = {0, 2, 1, 3, 4, 5};
 // The exit slot of a direction number of the file, or -1.
 int exitSlotOfDirection(int fileDirection);
-
-extern const std::array<ChoiceDef, 8> kSectorTypes;
-extern const std::array<FlagDef, 11> kRoomFlags;
 
 } // namespace marl
