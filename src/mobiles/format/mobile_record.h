@@ -23,10 +23,10 @@ struct MobileRecord {
     // the next header: written after it when it is written field by field.
     std::string After;
     std::int32_t VNum = 0;
-    std::string Alias;
-    std::string SDesc;
-    std::string LDesc;
-    std::string DDesc;      // may span several lines, held with CR LF
+    std::string Alias;      // the keywords a player names it by
+    std::string SDesc;      // short description: its name in sentences
+    std::string LDesc;      // long description: the line seen in a room
+    std::string DDesc;      // detailed description; may span several lines, held with CR LF
     std::string ActionBitV; // flag text as the file has it
     std::string AffectBitV; // flag text as the file has it
     std::int32_t Align = 0;
@@ -34,12 +34,12 @@ struct MobileRecord {
     std::int16_t Level = 0;
     std::int16_t THAC0 = 0;
     std::int16_t AC = 0;
-    std::string MHP = "0"; // dice text `NdS+P`
-    std::string BHD = "0"; // dice text `NdS+P`
+    std::string MHP = "0"; // maximum hit points, dice text `NdS+P`
+    std::string BHD = "0"; // bare-hand damage, dice text `NdS+P`
     std::int32_t Gold = 0;
     std::int32_t XP = 0;
-    std::int16_t LPos = 0;
-    std::int16_t DPos = 0;
+    std::int16_t LPos = 0; // the position it loads in
+    std::int16_t DPos = 0; // the position it returns to
     std::int16_t Gender = 0;
     // The extended values, as the server takes them (`Str: 0` is 3): 0 means
     // not given, and a 0 is written only as the file had it.

@@ -38,10 +38,10 @@ struct ObjectRecord {
     std::string Alias;
     std::string SDesc;
     std::string LDesc;
-    std::string ADesc; // keeps every character before its `~`, line breaks as CR LF
-    std::int16_t OType = 0;
-    std::string EBitV; // flag text as the file has it
-    std::string WBitV; // flag text as the file has it
+    std::string ADesc; // action description: every character before its `~`, line breaks as CR LF
+    std::int16_t OType = 0; // the object type's number
+    std::string EBitV;      // the effect flags, flag text as the file has it
+    std::string WBitV;      // the wear flags, flag text as the file has it
     std::array<std::int32_t, kObjectValues> Values{};
     std::int32_t Weight = 0;
     std::int32_t Cost = 0;

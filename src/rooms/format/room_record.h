@@ -21,6 +21,8 @@ struct ExitRecord {
     std::int16_t DoorKind = 0; // 0 none, 1 door, 2 pick-proof door
     std::int32_t KeyVNum = 0;  // -1: no key
     std::int32_t ToVNum = 0;   // -1: nowhere
+    // The key and destination the exit dialog's "No Key" and "Nowhere" boxes
+    // replaced by -1, given back when the box is unticked; never written.
     std::int32_t RememberedKey = 0;
     std::int32_t RememberedTo = 0;
     bool Absent = true; // the room has no exit this way
@@ -38,9 +40,9 @@ struct RoomRecord {
     std::string After;
     std::int32_t VNum = 0;
     std::string Name;
-    std::string Desc;
-    std::string BitV;
-    std::int16_t SecType = 0;
+    std::string Desc;         // may span several lines, held with CR LF
+    std::string BitV;         // the room flags, flag text as the file has it
+    std::int16_t SecType = 0; // the sector type's number
     std::array<ExitRecord, kExitSlots> Exits{};
     SlotList<ExtraDesc, kExtraDescSlots> ExtraDescs; // only the slots in use are stored
     bool operator==(const RoomRecord&) const = default;
