@@ -92,7 +92,7 @@ private slots:
         // windows that appear, the messages (how each begins), the Room list.
         columns<QString, QString, QStringList, QStringList, QStringList>({"how", "files", "opened", "messages", "recent"});
         const QStringList none, room = {"formRoom 9500"};
-        const QString notZone = "%1 is not opened: Marl opens world files (*.wld), mobile files (*.mob) and object files (*.obj).";
+        const QString notZone = "%1 is not opened: Marl opens world files (*.wld), mobile files (*.mob), object files (*.obj) and shop files (*.shp).";
         const QString noZone = "%1 cannot be opened: the name of a zone file begins with its zone number, as in 30.wld.";
         const struct { const char* name; QString files; QStringList opened, messages, recent, ways = {"Open", "line", "drop"}; } rows[] = {
             {"a world file", "95.wld", room, none, {"95.wld"}},
