@@ -1,7 +1,6 @@
 #include "shops/form_shop.h"
 
 #include <QComboBox>
-#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -42,15 +41,7 @@ FormShop::FormShop(EditorHost& host) : KindEditor(host, kVNumRule) {
 
 void FormShop::connectHandlers() {
     connect(textVNum_, &QLineEdit::textChanged, this, &FormShop::onChanged);
-    connect(textKeeper_, &QLineEdit::textChanged, this, [this] {
-        const std::optional<std::int32_t> keeper = fieldNumber(textKeeper_);
-        const std::optional<std::string> name =
-            keeper ? names_.name(WorldKind::Mobile, *keeper) : std::nullopt;
-        labelKeeperName_->setText(!keeper ? QString()
-                                  : name  ? fromBytes(*name)
-                                          : QStringLiteral("no such mobile"));
-        onChanged();
-    });
+    connect(textKeeper_, &QLineEdit::textChanged, this, &FormShop::onChanged);
     connect(buttonPickKeeper_, &QPushButton::clicked, this,
             [this] { onPick(textKeeper_, WorldKind::Mobile); });
     for (QLineEdit* field : {textBuyFactor_, textSellFactor_})
@@ -133,8 +124,13 @@ void FormShop::showOpenedFile() {
     KindEditor::showOpenedFile();
 }
 
+// The names of the file's world, read in the background: the lists show
+// the VNums alone until it is loaded.
 void FormShop::loadNames() {
-    names_.load(records().path(), zoneNumber());
+    names_ = WorldNames::forFile(QString::fromStdWString(records().path().wstring()));
+    labelKeeperName_->setNames(names_);
+    connect(names_.get(), &WorldNames::ready, this, &FormShop::onNamesChanged,
+            Qt::UniqueConnection);
     onNamesChanged();
 }
 
@@ -144,44 +140,32 @@ void FormShop::onNamesChanged() {
     refillList();
 }
 
+std::optional<std::string> FormShop::nameOf(WorldKind kind, std::int32_t vnum) const {
+    return names_ && names_->hasWorld() ? names_->name(kind, vnum) : std::nullopt;
+}
+
 QString FormShop::vnumLine(WorldKind kind, std::int32_t vnum) const {
-    const std::optional<std::string> name = names_.name(kind, vnum);
-    return QString::number(vnum) + QLatin1Char('\t') +
-           (name ? fromBytes(*name) : QStringLiteral("(not in zone %1)").arg(names_.zone()));
+    QString line = QString::number(vnum);
+    if (!names_ || !names_->hasWorld())
+        return line;
+    const std::optional<std::string> name = names_->name(kind, vnum);
+    return line + QLatin1Char('\t') +
+           (name ? fromBytes(*name) : QStringLiteral("(not in zone %1)").arg(zoneNumber()));
 }
 
 QString FormShop::listName(int slot) const {
     const std::int32_t keeper = records().file()[std::size_t(slot)].Keeper;
-    if (const std::optional<std::string> name = names_.name(WorldKind::Mobile, keeper))
+    if (const std::optional<std::string> name = nameOf(WorldKind::Mobile, keeper))
         return fromBytes(*name);
-    return QStringLiteral("keeper %1 (not in zone %2)").arg(keeper).arg(names_.zone());
+    return QStringLiteral("keeper %1").arg(keeper);
 }
 
 void FormShop::onPick(NumericField* field, WorldKind kind) {
-    const auto records = names_.listing(kind);
-    const QString many =
-        QString::fromLatin1(kindInfo(kind).many.data(), kindInfo(kind).many.size());
-    if (records.empty()) {
-        host().prompts().tell(
-            QStringLiteral("Zone %1 has no %2 to pick from.").arg(names_.zone()).arg(many));
+    if (!names_)
         return;
-    }
-    QStringList lines;
-    int current = 0;
-    for (const auto& [vnum, name] : records) {
-        if (fieldNumber(field) == vnum)
-            current = int(lines.size());
-        lines.append(QString::number(vnum) + QStringLiteral("  ") + fromBytes(name));
-    }
-    bool ok = false;
-    const QString chosen = QInputDialog::getItem(
-        this,
-        QStringLiteral("Pick a %1")
-            .arg(QString::fromLatin1(kindInfo(kind).one.data(), kindInfo(kind).one.size())),
-        QStringLiteral("The %1 of zone %2:").arg(many).arg(names_.zone()), lines, current, false,
-        &ok);
-    if (ok && !chosen.isEmpty())
-        field->setText(chosen.section(QLatin1Char(' '), 0, 0));
+    if (const std::optional<std::int32_t> vnum =
+            pickRecord(this, *names_, kind, fieldNumber(field).value_or(-1)))
+        field->setText(QString::number(*vnum));
 }
 
 // ---- Record to window ------------------------------------------------------

@@ -16,9 +16,9 @@
 
 #include "editor/entry_controller.h"
 #include "editor/record_editor.h"
+#include "editor/world_names.h"
 #include "kinds/shop_kind.h"
 #include "shops/form_shop_text.h"
-#include "shops/shop_names.h"
 
 class QComboBox;
 class QLabel;
@@ -36,8 +36,10 @@ public:
     explicit FormShop(EditorHost& host);
 
     // A line of a list of VNums: "3010<tab>a loaf of bread", or "(not in
-    // zone 30)" for a VNum the zone's files do not hold.
+    // zone 30)" for a VNum the world holds no record of.
     QString vnumLine(WorldKind kind, std::int32_t vnum) const;
+    // The names of the file's world (null before a file).
+    WorldNames* names() const { return names_.get(); }
 
 protected:
     void parseRecord() override;
@@ -83,12 +85,14 @@ private:
     void onPick(NumericField* field, WorldKind kind);
     // The window into `shop`: what storeRecord stores.
     void fillRecord(ShopRecord& shop) const;
+    // The world's name of a record, once the world is loaded.
+    std::optional<std::string> nameOf(WorldKind kind, std::int32_t vnum) const;
     // What the builder hears of the problems of `shop`, shown as `before`;
     // false to save nothing.
     bool refuseOrWarn(const ShopRecord& shop, const ShopRecord& before);
     QString missingFromZone(const ShopRecord& shop, const ShopRecord& before) const;
 
-    ShopNames names_;
+    std::shared_ptr<WorldNames> names_;
     // The lists as the window holds them until Save stores them.
     ShopRecord draft_;
     // A temper other than 0 and 1, kept while the third option stays chosen.
@@ -104,7 +108,7 @@ private:
     bool typeChanged_ = false;
 
     NumericField* textKeeper_ = nullptr;
-    QLabel* labelKeeperName_ = nullptr;
+    VNumNameLabel* labelKeeperName_ = nullptr;
     QPushButton* buttonPickKeeper_ = nullptr;
     QLineEdit* textBuyFactor_ = nullptr;
     QLineEdit* textSellFactor_ = nullptr;

@@ -179,7 +179,8 @@ void FormShop::buildLayout() {
     textKeeper_->setFixedWidth(widthForColumns(textKeeper_, 7));
     textKeeper_->setToolTip(QStringLiteral("The shopkeeper's mobile VNum"));
     buttonPickKeeper_ = pickButton(keeperFrame, "buttonPickKeeper", QStringLiteral("a mobile"));
-    labelKeeperName_ = named(new QLabel(keeperFrame), "labelKeeperName");
+    labelKeeperName_ = named(
+        new VNumNameLabel(textKeeper_, WorldKind::Mobile, nullptr, keeperFrame), "labelKeeperName");
     labelKeeperName_->setMinimumWidth(widthForColumns(labelKeeperName_, 18));
     auto* keeperLayout = new QGridLayout(keeperFrame);
     keeperLayout->addWidget(textKeeper_, 0, 0);

@@ -76,15 +76,17 @@ bool FormShop::refuseOrWarn(const ShopRecord& shop, const ShopRecord& before) {
                                                     QStringLiteral("Check Shop"));
 }
 
-// "The keeper 3099 is not a mobile of zone 30.", one line each kind, of
-// the VNums the builder gave: those the shop held as shown (a stock shop
-// selling another zone's objects) are not asked about at every save.
+// "The keeper 3099 is not a mobile of the world.", one line each kind, of
+// the VNums the builder gave (those the shop held as shown are not asked
+// about at every save); nothing while the world is loading.
 QString FormShop::missingFromZone(const ShopRecord& shop, const ShopRecord& before) const {
+    if (!names_ || !names_->hasWorld())
+        return {};
     const auto missing = [this](WorldKind kind, const std::vector<std::int32_t>& vnums,
                                 const std::vector<std::int32_t>& held) {
         QStringList absent;
         for (std::int32_t vnum : vnums)
-            if (!names_.name(kind, vnum) && !absent.contains(QString::number(vnum)) &&
+            if (!nameOf(kind, vnum) && !absent.contains(QString::number(vnum)) &&
                 std::find(held.begin(), held.end(), vnum) == held.end())
                 absent.append(QString::number(vnum));
         return absent;
@@ -95,9 +97,8 @@ QString FormShop::missingFromZone(const ShopRecord& shop, const ShopRecord& befo
         if (absent.isEmpty())
             return;
         const QStringList words = QString::fromLatin1(absent.size() == 1 ? one : many).split('|');
-        lines.append(QStringLiteral("The %1 %2 %3 of zone %4.")
-                         .arg(words[0], absent.join(QStringLiteral(", ")), words[1])
-                         .arg(names_.zone()));
+        lines.append(QStringLiteral("The %1 %2 %3 of the world.")
+                         .arg(words[0], absent.join(QStringLiteral(", ")), words[1]));
     };
     say(missing(WorldKind::Mobile, {shop.Keeper}, {before.Keeper}), "keeper|is not a mobile", "");
     say(missing(WorldKind::Object, shop.Products, before.Products), "product|is not an object",

@@ -22,6 +22,7 @@ private slots:
     void chosenFile();
     void numberOrder_data();
     void numberOrder();
+    void newShopBoots_data();
     void newShopBoots();
 };
 
@@ -128,8 +129,8 @@ template <typename Row> void shopRows(Row row) {
          "buttonProductAdd:click", "?listProducts=9500\ta long sword/9502\ta green potion/"
          "9598\t(not in zone 95)/9599\t(not in zone 95)",
          "textRoom:type:9597", "buttonRoomAdd:click", "yes", "yes", save,
-         warned.arg("The keeper 9599 is not a mobile of zone 95.\r\nThe products 9598, 9599 "
-                    "are not objects of zone 95.\r\nThe room 9597 is not a room of zone 95.") +
+         warned.arg("The keeper 9599 is not a mobile of the world.\r\nThe products 9598, 9599 "
+                    "are not objects of the world.\r\nThe room 9597 is not a room of the world.") +
              " | Overwrite Existing Shop: Overwrite Existing Shop?",
          "?slot0=9500 k9599 1.15/0.15 0/0/0 P9500,9502,9598,9599 T R9500,9597 H0,28,0,0 "
          "m17,17,12,12,18,20,21"});
@@ -381,19 +382,34 @@ void EditorSavesTest::numberOrder() {
 }
 
 // A shop made from scratch in the window, in a new file of stock zone 30,
-// boots with no SYSERR the stock zone does not log.
-void EditorSavesTest::newShopBoots() {
-    if (!QFile::exists(corpusDir() + "/30.mob"))
-        QSKIP("the stock zone files are not here");
-    ShopSession s({}, 30);
-    QStringList steps{"textVNum:erase", "textVNum:type:3099", "textKeeper:type:3000",
+// and a stock shop given another product and message, boot with no SYSERR
+// the stock zone does not log.
+void EditorSavesTest::newShopBoots_data() {
+    QTest::addColumn<bool>("stock");
+    QTest::addColumn<QStringList>("steps");
+    QStringList fresh{"textVNum:erase", "textVNum:type:3099", "textKeeper:type:3000",
                       "?labelKeeperName=the wizard", "textProduct:type:3050",
                       "buttonProductAdd:click", "comboBuyType:type:WAND",
                       "buttonBuyTypeAdd:click", "textRoom:type:3033", "buttonRoomAdd:click"};
     for (const ShopMessageField& message : kShopMessageFields)
-        steps << QString(message.control) + ":type:%s " +
+        fresh << QString(message.control) + ":type:%s " +
                      (QString(message.label).contains("%d") ? "%d coins." : "No.");
-    MARL_PLAY(s.playAll(steps + QStringList{"buttonSave:click", "?said=, count=1"}));
+    QTest::newRow("made from scratch") << false << fresh + QStringList{"buttonSave:click", "?said=, count=1"};
+    QTest::newRow("stock 30.shp changed")
+        << true << QStringList{"listShopSelect:dclick:1", "listProducts:line:0",
+                               "buttonProductRemove:click", "textProduct:type:3000",
+                               "buttonProductAdd:click", "textKeeperSells:erase",
+                               "textKeeperSells:type:%s Yours for %d coins.", "yes",
+                               "buttonSave:click", "?count=14, index=1"};
+}
+
+void EditorSavesTest::newShopBoots() {
+    QFETCH(bool, stock);
+    QFETCH(QStringList, steps);
+    if (!QFile::exists(corpusDir() + "/30.mob"))
+        QSKIP("the stock zone files are not here");
+    ShopSession s(stock ? readBytes(corpusDir() + "/30.shp") : std::string(), 30);
+    MARL_PLAY(s.playAll(steps));
     checkServerBoots(s.host.folder, 30);
 }
 

@@ -189,7 +189,7 @@ using MobileSession = Session<FormMobile, MobileKind, mobilesOf>;
 using ObjectSession = Session<FormObject, ObjectKind, objectsOf>;
 
 // The shop editor, with the zone's mobiles, objects and rooms beside its file
-// (zone 95's small ones, or the stock zone's) for the names it shows.
+// (zone 95's small ones, or the stock zone's) for the names it shows, read.
 struct ShopSession : Session<FormShop, ShopKind, shopsOf> {
     explicit ShopSession(const std::string& file, int zone = 95, const QString& folder = {})
         : Session(file, zone, folder) {
@@ -199,11 +199,9 @@ struct ShopSession : Session<FormShop, ShopKind, shopsOf> {
         for (const auto& [extension, small] : beside)
             writeBytes(host.path(QString::number(zone) + extension),
                        zone == 95 ? small() : readBytes(stock + extension));
-        QString error;
-        if (!file.empty())
-            opened = editor->openZone(zone, error);
-        else
-            editor->newZone(zone);
+        // The world was read before its files were there.
+        editor->names()->reload();
+        QVERIFY(waitForNames(*editor->names()));
     }
 };
 
