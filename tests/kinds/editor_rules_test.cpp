@@ -392,6 +392,14 @@ void EditorRulesTest::tabOrder_data() {
     QTest::newRow("exit dialog: the selected door kind") << ".wld"
         << QStringList{"listRoomSelect:dclick:1", "buttonExitWest:click", ">formRoomDoor"}
         << "textToVNum" << QStringList{"checkNowhere", "optionDoor", "textKeyVNum", "checkNoKey"};
+    // The temper options are one stop; each list's field, pick and commands
+    // come before its list.
+    QTest::newRow("shop editor") << ".shp" << QStringList{"listShopSelect:dclick:1",
+        "listProducts:line:0"} << "textSellFactor"
+        << QStringList{"optionTemperNothing", "textNoSuchItemKeeper", "textNoSuchItemCustomer",
+                       "textDoesNotBuy", "textKeeperCannotPay", "textCustomerCannotPay",
+                       "textKeeperSells", "textKeeperBuys", "textProduct", "buttonPickProduct",
+                       "buttonProductEdit", "buttonProductRemove", "listProducts", "comboBuyType"};
     // The options are one stop, entered at the one selected.
     QTest::newRow("affects") << ".obj" << QStringList{"buttonObjectAffects:click",
         ">formObjectAffects", "optionStr:click", "textValue:type:2", "listObjectAffects:line:0"}
