@@ -53,12 +53,12 @@ void FormShop::connectHandlers() {
     connect(tempers_, &OptionGroup::picked, this, &FormShop::onChanged);
     connect(shopFlags_, &FlagGrid::changed, this, &FormShop::onChanged);
     connect(tradeWith_, &FlagGrid::changed, this, &FormShop::onChanged);
-    connectList(products_, &ShopRecord::Products);
-    connectList(rooms_, &ShopRecord::Rooms);
+    connectList(products_);
+    connectList(rooms_);
     connectBuyTypes();
 }
 
-void FormShop::connectList(VNumList& list, std::vector<std::int32_t> ShopRecord::*entries) {
+void FormShop::connectList(VNumList& list) {
     NumericField* field = list.field;
     const ShopListText& text = *list.text;
     EntryFields<std::int32_t> fields;
@@ -73,8 +73,6 @@ void FormShop::connectList(VNumList& list, std::vector<std::int32_t> ShopRecord:
         std::make_unique<VNumController>(list.list, list.commands, std::move(fields), kListLimit,
                                          list.changed, [this] { onChanged(); });
     VNumController* controller = list.controller.get();
-    controller->setup(Shown<std::vector<std::int32_t>>(
-        [this, entries]() -> std::vector<std::int32_t>& { return draft_.*entries; }));
     connect(field, &QLineEdit::textChanged, this,
             [controller, field] { controller->refresh(fieldNumber(field).has_value()); });
     connect(list.pick, &QPushButton::clicked, this,
@@ -105,8 +103,6 @@ void FormShop::connectBuyTypes() {
     fields.mayAdd = [this](std::size_t count) { return mayAdd(kBuyTypesList, count); };
     types_ = std::make_unique<TypeController>(listBuyTypes_, typeCommands_, std::move(fields),
                                               kListLimit, typeChanged_, [this] { onChanged(); });
-    types_->setup(Shown<std::vector<ShopBuyType>>(
-        [this]() -> std::vector<ShopBuyType>& { return draft_.BuyTypes; }));
     const auto refresh = [this] { types_->refresh(comboBuyType_->currentIndex() >= 0); };
     connect(comboBuyType_, &QComboBox::currentIndexChanged, this, refresh);
     connect(textKeywords_, &QLineEdit::textChanged, this, refresh);
@@ -189,6 +185,11 @@ void FormShop::parseRecord() {
     draft_.Products = shop.Products;
     draft_.BuyTypes = shop.BuyTypes;
     draft_.Rooms = shop.Rooms;
+    showLists();
+}
+
+// The three lists show the draft, their fields emptied.
+void FormShop::showLists() {
     products_.controller->setup(
         Shown<std::vector<std::int32_t>>([this]() -> auto& { return draft_.Products; }));
     rooms_.controller->setup(
@@ -213,11 +214,7 @@ void FormShop::clearFields() {
     shopFlags_->setFlagText("0");
     tradeWith_->setFlagText("0");
     draft_ = ShopRecord{};
-    products_.controller->setup(
-        Shown<std::vector<std::int32_t>>([this]() -> auto& { return draft_.Products; }));
-    rooms_.controller->setup(
-        Shown<std::vector<std::int32_t>>([this]() -> auto& { return draft_.Rooms; }));
-    types_->setup(Shown<std::vector<ShopBuyType>>([this]() -> auto& { return draft_.BuyTypes; }));
+    showLists();
 }
 
 // A new shop starts with the prices and hours most shops have: the keeper

@@ -73,12 +73,13 @@ private:
     void setTabOrderChain();
 
     void connectHandlers();
-    void connectList(VNumList& list, std::vector<std::int32_t> ShopRecord::*entries);
+    void connectList(VNumList& list);
     void connectBuyTypes();
     // Whether a shop of the older form may take one more entry (told when
     // not).
     bool mayAdd(const ShopListText& text, std::size_t count);
     bool olderForm() const;
+    void showLists();
     void loadNames();
     void onNamesChanged();
     void onChanged();
