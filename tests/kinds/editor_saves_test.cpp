@@ -154,6 +154,9 @@ template <typename Row> void shopRows(Row row) {
         edit + QStringList{"buttonProductRemove:click", "buttonProductUpdate:click", "yes", save,
                            "?slot0=9500 k9500 1.15/0.15 0/0/0 P9501 T R9500 H0,28,0,0 "
                            "m17,17,12,12,18,20,21"});
+    row("a message of two lines survives a save", "Shop", {"%s No such thing.", "%s No such\nthing."},
+        {"textBuyFactor:type:5", "yes", save,
+         "?slot0=9500 k9500 1.155/0.15 0/0/0 P9500,9502 T R9500 H0,28,0,0 m18,17,12,12,18,20,21"});
     row("a temper of 3 shows as the third option and is kept", "Shop", {},
         {"listShopSelect:dclick:1", "?optionTemperNothing=x, listBuyTypes=WEAPON sharp/WAND",
          "textBuyFactor:type:0", "yes", save,
