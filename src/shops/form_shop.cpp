@@ -201,12 +201,8 @@ void FormShop::clearFields() {
     textKeeper_->clear();
     for (QLineEdit* field : {textBuyFactor_, textSellFactor_})
         field->clear();
-    // A message is stored only when the builder changed it (a message of
-    // several lines shows in one); emptied ones are changed.
-    for (QLineEdit* field : messages_) {
+    for (QLineEdit* field : messages_)
         field->clear();
-        field->setModified(true);
-    }
     for (QLineEdit* field : hours_)
         field->clear();
     otherTemper_ = 2;
@@ -233,9 +229,9 @@ void FormShop::fillRecord(ShopRecord& shop) const {
     shop.Keeper = fieldNumber(textKeeper_).value_or(shop.Keeper);
     shop.BuyFactor = toBytes(textBuyFactor_->text());
     shop.SellFactor = toBytes(textSellFactor_->text());
+    // A message's inner line breaks stay in the field's text as they were.
     for (std::size_t i = 0; i < messages_.size(); ++i)
-        if (messages_[i]->isModified())
-            shop.Messages[i] = toBytes(messages_[i]->text());
+        shop.Messages[i] = toBytes(messages_[i]->text());
     const int temper = tempers_->number();
     shop.Temper = temper == kOtherTemper ? otherTemper_ : temper;
     shop.Flags = std::int32_t(shopFlags_->bits());
