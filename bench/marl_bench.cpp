@@ -216,6 +216,6 @@ int main(int argc, char** argv) {
     });
     report("all", all);
     std::printf("memory, each kind's files joined into one:\n");
-    forEachZoneKind([&]<typename Kind>() { reportMemory<Kind>(all); });
+    forEachHeaderKind([&]<typename Kind>() { reportMemory<Kind>(all); });
     return sink == 0 ? 1 : 0;
 }

@@ -160,18 +160,6 @@ template <typename Table> Table& threadTable() {
     return *table;
 }
 
-// Shop files, read and written as the kinds are.  The server looks shops up
-// one by one, so their order is no finding, and what it drops or logs of a
-// shop stands at its field's line.
-struct ShopFile {
-    using File = ShopTable;
-    static constexpr const KindInfo& info = ShopKind::info;
-    static int read(std::string_view bytes, File& table) { return readShops(bytes, table); }
-    static std::string write(File& table, int count, std::int32_t /*zone*/) {
-        return writeShops(table, count);
-    }
-};
-
 // Reads one file with the reader of its kind into the thread's table and,
 // when `rewrite` is set, writes it there.
 template <typename Kind>
@@ -186,7 +174,8 @@ Result checkFile(const std::string& shown, const fs::path& path, std::int32_t zo
     }
     std::string line = shown + ": " + plural(outcome.count, Kind::info.one, Kind::info.many);
     std::vector<FileFinding> found;
-    if constexpr (std::is_same_v<Kind, ShopFile>) {
+    if constexpr (!HeaderRecordKind<Kind>) {
+        // What the server drops or logs of a shop stands at its field's line.
         for (ShopFileProblem& problem : shopFileProblems(table, outcome.count))
             found.push_back({problem.line, problem.severity, std::move(problem.what)});
     } else {
@@ -246,15 +235,10 @@ Result checkOne(const std::string& shown, const fs::path* rewrite) {
     const std::string extension = path.extension().string();
     if (extension == ".zon")
         return checkZoneFile(shown, path, rewrite);
-    if (extension == ".shp") {
-        Result result = checkFile<ShopFile>(shown, path, 0, rewrite);
-        result.file = shown;
-        return result;
-    }
     const std::optional<std::int32_t> zone = zoneFromFileName(path.filename().string());
     Result result{shown + ": not a zone file: the name must end in .wld, .mob, .obj, .zon or .shp"};
     withZoneKind(extension, [&]<typename Kind>() {
-        if (rewrite && !zone)
+        if (rewrite && !zone && HeaderRecordKind<Kind>)
             result.line = shown + ": the name does not begin with a zone number (such as 30" +
                           extension + "), so it cannot be written";
         else

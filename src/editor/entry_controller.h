@@ -1,7 +1,7 @@
 #pragma once
-// The one list controller of the list dialogs (extra descriptions, affects,
-// and the lists the zone and shop editors will have): it runs Add, Update,
-// Edit, Remove and Remove All on a slot list of the record shown, under the
+// The one list controller of the list dialogs (extra descriptions, affects)
+// and of the shop editor's lists: it runs Add, Update, Edit, Remove and
+// Remove All on a list (a slot list or a vector) of the record shown, under the
 // rules of widgets/entry_list.h, and the dialog supplies its fields' side:
 // whether they hold an entry to store, the fields as an entry, an entry
 // into the fields, their emptying, and an entry's line in the list.  Insert
@@ -12,6 +12,7 @@
 #include <QStringList>
 #include <cstddef>
 #include <functional>
+#include <vector>
 
 #include "editor/shown.h"
 #include "widgets/entry_list.h"
@@ -29,15 +30,36 @@ template <typename Entry> struct EntryFields {
     std::function<void(int line)> editing = [](int) {}; // the line edited, shown or moved
     std::function<void()> added = [] {};                // after an Add (the focus)
     std::function<void()> updated = [] {};              // after an Update
+    // Whether Add may append to a list of `count` entries; one that may not
+    // says why to the builder (a limit of the file's form).
+    std::function<bool(std::size_t count)> mayAdd = [](std::size_t) { return true; };
 };
 
-// Runs a list dialog's commands (see above) on the slot list `entries` of
-// the record shown, at most `limit` entries.  `changed` is the dialog's
-// mark of fields changed and not stored; `stored` tells the owner.
-template <typename Entry, std::size_t N> class EntryController {
+// The two kinds of lists a record holds: its fixed slots, and a vector.
+template <typename T, std::size_t N> std::size_t entryCount(const SlotList<T, N>& entries) {
+    return entries.count();
+}
+template <typename T> std::size_t entryCount(const std::vector<T>& entries) {
+    return entries.size();
+}
+template <typename T, std::size_t N> T& appendEntry(SlotList<T, N>& entries) {
+    return entries.append();
+}
+template <typename T> T& appendEntry(std::vector<T>& entries) {
+    return entries.emplace_back();
+}
+template <typename T> void removeEntry(std::vector<T>& entries, int line) {
+    if (line >= 0 && std::size_t(line) < entries.size())
+        entries.erase(entries.begin() + line);
+}
+
+// Runs a list's commands (see above) on the list `entries` of the record
+// shown, at most `limit` entries.  `changed` is the dialog's mark of fields
+// changed and not stored; `stored` tells the owner.
+template <typename Entry, typename Entries> class EntryListController {
 public:
-    EntryController(QListWidget* list, const EntryCommands& commands, EntryFields<Entry> fields,
-                    std::size_t limit, bool& changed, std::function<void()> stored)
+    EntryListController(QListWidget* list, const EntryCommands& commands, EntryFields<Entry> fields,
+                        std::size_t limit, bool& changed, std::function<void()> stored)
         : list_(list), commands_(commands), fields_(std::move(fields)), limit_(limit),
           changed_(changed), stored_(std::move(stored)) {
         lines_ = new EntryList(list, commands, [this] { edit(); });
@@ -49,15 +71,21 @@ public:
     }
 
     // Lists the entries in use of the record shown, the fields emptied.
-    void setup(Shown<SlotList<Entry, N>> entries) {
+    void setup(Shown<Entries> entries) {
         entries_ = std::move(entries);
         QStringList lines;
-        for (std::size_t i = 0; i < entries_->count(); ++i)
+        for (std::size_t i = 0; i < entryCount(*entries_); ++i)
             lines.append(fields_.line((*entries_)[i]));
         lines_->fill(lines);
         clear();
     }
-    int count() const { return entries_ ? static_cast<int>(entries_->count()) : 0; }
+    // Each line made again from its entry (names learnt since), the
+    // selection and an edit going on.
+    void relabel() {
+        for (int i = 0; i < count() && i < list_->count(); ++i)
+            list_->item(i)->setText(fields_.line((*entries_)[std::size_t(i)]));
+    }
+    int count() const { return entries_ ? static_cast<int>(entryCount(*entries_)) : 0; }
     bool editing() const { return lines_->editing(); }
     EntryList& lines() { return *lines_; }
 
@@ -87,10 +115,10 @@ public:
         changed_ = false;
     }
     void add() {
-        const std::size_t at = entries_->count();
-        if (!fields_.ready() || editing() || at >= limit_)
+        const std::size_t at = entryCount(*entries_);
+        if (!fields_.ready() || editing() || at >= limit_ || !fields_.mayAdd(at))
             return;
-        entries_->append() = fields_.read();
+        appendEntry(*entries_) = fields_.read();
         list_->addItem(fields_.line((*entries_)[at]));
         settle();
         fields_.added();
@@ -143,7 +171,11 @@ private:
     bool& changed_;
     std::function<void()> stored_;
     EntryList* lines_ = nullptr;
-    Shown<SlotList<Entry, N>> entries_;
+    Shown<Entries> entries_;
 };
+
+// The controller of a record's slot list.
+template <typename Entry, std::size_t N>
+using EntryController = EntryListController<Entry, SlotList<Entry, N>>;
 
 } // namespace marl

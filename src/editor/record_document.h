@@ -25,6 +25,7 @@
 #include <vector>
 
 #include "editor/file_document.h"
+#include "kinds/zone_kinds.h"
 #include "world/record_table.h"
 #include "world/zone_file.h"
 
@@ -120,7 +121,13 @@ public:
 
     std::int32_t vnumAt(int slot) const override { return file_[std::size_t(slot)].VNum; }
     std::string nameAt(int slot) const override { return Kind::listName(file_[std::size_t(slot)]); }
-    int firstOutOfOrder() const override { return marl::firstOutOfOrder(file_, recordCount()); }
+    // The server looks shops up one by one: only `#VNum` records need order.
+    int firstOutOfOrder() const override {
+        if constexpr (HeaderRecordKind<Kind>)
+            return marl::firstOutOfOrder(file_, recordCount());
+        else
+            return -1;
+    }
 
 protected:
     void clearTable() override { file_.clear(); }

@@ -115,12 +115,16 @@ void RecordEditor::LoadRecord(int slot) {
     buttonSave_->setEnabled(false);
 }
 
+QString RecordEditor::listName(int slot) const {
+    return fromBytes(records_.nameAt(slot));
+}
+
 void RecordEditor::fillList() {
     fillingList_ = true;
     listSelect_->clear();
     for (int slot = 0; slot < records_.recordCount(); ++slot)
         listSelect_->addItem(QString::number(records_.vnumAt(slot)) + QLatin1Char('\t') +
-                             fromBytes(records_.nameAt(slot)));
+                             listName(slot));
     fillingList_ = false;
     fitListToNames();
 }
@@ -244,8 +248,8 @@ void RecordEditor::onDelete() {
     if (records_.showsNew())
         return; // a new record: nothing in the file to delete
     const int line = records_.shownSlot();
-    const QString shown = QString::number(records_.vnumAt(line)) + QLatin1Char(' ') +
-                          fromBytes(records_.nameAt(line));
+    const QString shown =
+        QString::number(records_.vnumAt(line)) + QLatin1Char(' ') + listName(line);
     if (!host().prompts().ask(twoLines(words(text().deleteLine), shown),
                               QStringLiteral("Confirm Delete")) ||
         !mayDiscard())

@@ -48,6 +48,12 @@ protected:
     virtual bool checkFields() { return true; }
     // The values a new record starts with, after its fields were emptied.
     virtual void newFields() {}
+    // What the list shows after a slot's VNum (and the delete question):
+    // the kind's list name, or what the window knows better (a shop's
+    // keeper by name).
+    virtual QString listName(int slot) const;
+    // The list made again (names learnt since).
+    void refillList() { fillList(); }
 
     void showNewFile(std::int32_t zone) override;
     void showOpenedFile() override;
@@ -93,6 +99,7 @@ public:
         : RecordEditor(host, std::make_unique<Document>(), Kind::info.editor, vnumRule) {}
 
     Document& records() { return static_cast<Document&>(document()); }
+    const Document& records() const { return const_cast<KindEditor*>(this)->records(); }
 
 protected:
     // The record shown, which parseRecord shows and dialogs write into.

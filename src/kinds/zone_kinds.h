@@ -23,6 +23,13 @@ template <typename Kind>
 concept RecordKind = requires {
     typename Kind::Record;
 };
+// A record kind whose files hold a `#VNum` line a record, read by the
+// record loop of world/record_file.h (rooms, mobiles, objects), not a run of
+// `~` texts (shops).
+template <typename Kind>
+concept HeaderRecordKind = RecordKind<Kind> && !requires {
+    Kind::tildeRecords;
+};
 // A kind with an editor window.
 template <typename Kind>
 concept EditedKind = !std::is_void_v<typename Kind::Window>;
@@ -42,6 +49,14 @@ inline constexpr int kKindCount = 5;
 template <typename Visit> void forEachZoneKind(Visit&& visit) {
     forEachKind([&]<typename Kind>() {
         if constexpr (RecordKind<Kind>)
+            visit.template operator()<Kind>();
+    });
+}
+
+// The same for the kinds of `#VNum` records only.
+template <typename Visit> void forEachHeaderKind(Visit&& visit) {
+    forEachKind([&]<typename Kind>() {
+        if constexpr (HeaderRecordKind<Kind>)
             visit.template operator()<Kind>();
     });
 }

@@ -62,6 +62,22 @@ int kindOfFile(const QString& fileName) {
     return found;
 }
 
+// The files the editors open, in the menus' order: "world files (*.wld),
+// mobile files (*.mob) and object files (*.obj)".
+QString editedFiles() {
+    QStringList files;
+    forEachKind([&]<typename Kind>() {
+        if constexpr (EditedKind<Kind>) {
+            const QString filter = text(Kind::info.filter).section(QLatin1Char('|'), 0, 0);
+            files.append(filter.left(1).toLower() + filter.mid(1));
+        }
+    });
+    // The menus' order puts mobiles first; the message names worlds first.
+    files.move(1, 0);
+    const QString last = files.takeLast();
+    return files.join(QStringLiteral(", ")) + QStringLiteral(" and ") + last;
+}
+
 } // namespace
 
 class FormMain::KindHost : public EditorHost {
@@ -246,9 +262,8 @@ void FormMain::openFiles(const QStringList& paths) {
         const QFileInfo file(path);
         const int kind = kindOfFile(file.fileName());
         if (kind < 0) {
-            prompts_.tell(tr("%1 is not opened: Marl opens world files (*.wld), mobile files "
-                             "(*.mob) and object files (*.obj).")
-                              .arg(file.fileName()));
+            prompts_.tell(tr("%1 is not opened: Marl opens %2.")
+                              .arg(file.fileName(), editedFiles()));
             continue;
         }
         if (given[kind] || openEditor(kind)) {

@@ -41,7 +41,17 @@ struct EditorCase {
     std::string small;
     QStringList edit, fill;
     QList<QStringList> dialogs;
+    int keys = 10; // keyed controls the editor has at least
 };
+
+// What a new shop needs besides its VNum: a keeper and the seven messages.
+QStringList newShop() {
+    QStringList fill{"textKeeper:type:9500"};
+    for (const ShopMessageField& message : kShopMessageFields)
+        fill << QString(message.control) + ":type:%s " +
+                    (QString(message.label).contains("%d") ? "%d coins." : "No.");
+    return fill;
+}
 
 QList<EditorCase> cases() {
     return {
@@ -69,7 +79,10 @@ QList<EditorCase> cases() {
           {"optionMoney:click", "buttonValues:click", ">formObjectValues",
            "textMoneyAmount:erase", "textMoneyAmount:type:7", "buttonDone:click"},
           {"buttonObjectAffects:click", ">formObjectAffects", "optionDex:click",
-           "textValue:type:3", "buttonAdd:click", "buttonDone:click"}}}};
+           "textValue:type:3", "buttonAdd:click", "buttonDone:click"}}},
+        {".shp", "Shop", "listShopSelect",
+         "9500\tthe old ferryman/9501\ta grey heron/9502\tthe wiry cutpurse", smallShops(),
+         {"textBuyFactor:type:5"}, newShop(), {}, 7}};
 }
 
 EditorCase caseOf(const QString& path) {
@@ -88,18 +101,23 @@ template <typename Visit> void withSession(const QString& ext, const std::string
     } else if (ext == ".mob") {
         MobileSession s(file, zone, folder);
         visit(s, s.editor->records().file());
+    } else if (ext == ".shp") {
+        ShopSession s(file, zone, folder);
+        visit(s, s.editor->records().file());
     } else {
         ObjectSession s(file, zone, folder);
         visit(s, s.editor->records().file());
     }
 }
 
-// A zone of `count` copies of the small zone's first record, 9500 upward.
+// A zone of `count` copies of the small zone's first record, 9500 upward,
+// between the small zone's lines before its first record and from its end.
 std::string zoneOf(const std::string& small, int count) {
-    std::string file, first = small.substr(5, small.find("\n#") - 4);
+    const std::size_t start = small.find('#'), next = small.find("\n#", start) + 1;
+    std::string file = small.substr(0, start), first = small.substr(start + 5, next - start - 5);
     for (int i = 0; i < count; ++i)
         file += "#" + std::to_string(9500 + i) + first;
-    return file + "$\n";
+    return file + small.substr(small.rfind('$'));
 }
 
 // A record as it reads, whatever bytes it came from: flags as the sets they
@@ -115,6 +133,10 @@ MobileRecord values(MobileRecord mobile) {
     mobile.AffectBitV = std::to_string(flagBits(mobile.AffectBitV));
     mobile.TypeLetter.assign(1, hasExtendedValues(mobile) ? 'E' : 'S');
     return mobile;
+}
+ShopRecord values(ShopRecord shop) {
+    shop.Source.clear();
+    return shop;
 }
 ObjectRecord values(ObjectRecord object) {
     object.Source.clear();
@@ -280,8 +302,9 @@ void EditorRulesTest::failedWrites() {
 // byte.
 void EditorRulesTest::stockRecordsSurvive_data() {
     QTest::addColumn<QString>("path");
-    for (const char* ext : {".wld", ".mob", ".obj"}) {
-        QTest::newRow(qPrintable("95" + QString(ext))) << examplesDir() + "/95" + ext;
+    for (const char* ext : {".wld", ".mob", ".obj", ".shp"}) {
+        if (ext != QString(".shp"))
+            QTest::newRow(qPrintable("95" + QString(ext))) << examplesDir() + "/95" + ext;
         for (const QString& path : corpusFiles(ext))
             QTest::newRow(qPrintable(QFileInfo(path).fileName())) << path;
     }
@@ -296,6 +319,8 @@ void EditorRulesTest::stockRecordsSurvive() {
         checkRecordsSurviveTheWindow<EditorSession>(readRooms, same);
     else if (path.endsWith(".mob"))
         checkRecordsSurviveTheWindow<MobileSession>(readMobiles, same);
+    else if (path.endsWith(".shp"))
+        checkRecordsSurviveTheWindow<ShopSession>(readShops, same);
     else
         checkRecordsSurviveTheWindow<ObjectSession>(readObjects, same);
 }
@@ -311,7 +336,7 @@ void EditorRulesTest::accessKeys_data() {
     };
     for (const EditorCase& c : cases()) {
         // The editor with Save, Edit and Delete enabled: a line chosen after an edit.
-        row(c.ext, c.edit + QStringList{c.list + ":line:1"}, 10);
+        row(c.ext, c.edit + QStringList{c.list + ":line:1"}, c.keys);
         for (const QStringList& dialog : c.dialogs)
             row(c.ext, dialog.mid(0, dialog.indexOf(QRegularExpression(">.*")) + 1), 2);
     }
@@ -367,6 +392,14 @@ void EditorRulesTest::tabOrder_data() {
     QTest::newRow("exit dialog: the selected door kind") << ".wld"
         << QStringList{"listRoomSelect:dclick:1", "buttonExitWest:click", ">formRoomDoor"}
         << "textToVNum" << QStringList{"checkNowhere", "optionDoor", "textKeyVNum", "checkNoKey"};
+    // The temper options are one stop; each list's field, pick and commands
+    // come before its list.
+    QTest::newRow("shop editor") << ".shp" << QStringList{"listShopSelect:dclick:1",
+        "listProducts:line:0"} << "textSellFactor"
+        << QStringList{"optionTemperNothing", "textNoSuchItemKeeper", "textNoSuchItemCustomer",
+                       "textDoesNotBuy", "textKeeperCannotPay", "textCustomerCannotPay",
+                       "textKeeperSells", "textKeeperBuys", "textProduct", "buttonPickProduct",
+                       "buttonProductEdit", "buttonProductRemove", "listProducts", "comboBuyType"};
     // The options are one stop, entered at the one selected.
     QTest::newRow("affects") << ".obj" << QStringList{"buttonObjectAffects:click",
         ">formObjectAffects", "optionStr:click", "textValue:type:2", "listObjectAffects:line:0"}

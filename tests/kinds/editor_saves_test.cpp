@@ -22,6 +22,8 @@ private slots:
     void chosenFile();
     void numberOrder_data();
     void numberOrder();
+    void newShopBoots_data();
+    void newShopBoots();
 };
 
 namespace {
@@ -61,6 +63,9 @@ void inSession(const QString& kind, const std::string& file, int zone, Check che
     } else if (kind == "Mobile") {
         MobileSession s(file, zone);
         check(s);
+    } else if (kind == "Shop") {
+        ShopSession s(file, zone);
+        check(s);
     } else {
         ObjectSession s(file, zone);
         check(s);
@@ -73,6 +78,90 @@ std::string replaced(std::string text, const QStringList& pairs) {
         text.replace(text.find(from), from.size(), pairs[i + 1].toStdString());
     }
     return text;
+}
+
+// Slot 0 of the small shops as read.
+QString shopLine() {
+    return "9500 k9500 1.15/0.15 0/0/0 P9500,9502 T R9500 H0,28,0,0 m17,17,12,12,18,20,21";
+}
+
+
+// The shop editor's Save: what it refuses, the message rules first, each
+// naming its field; what it warns of in one question; the older form's
+// fixed lists; the lists' Update and Remove; a temper kept as read.
+template <typename Row> void shopRows(Row row) {
+    const QString save = "buttonSave:click", unsaved = "?changed=x, slot0=" + shopLine(),
+                  refused = "?said=Shop Not Saved: %1\r\nCorrect it, then Save., changed=x";
+    const auto refuses = [&](const QString& name, const QString& field, const QString& typed,
+                             const QString& told) {
+        row("refused: " + name, "Shop", {},
+            {field + ":erase", field + ":type:" + typed, "ok", save, refused.arg(told),
+             "?focus=" + field, unsaved});
+    };
+    const QString drops = "; the server drops it.";
+    refuses("two %s", "textKeeperSells", "%s %s %d",
+            "The message when the keeper sells has two %s" + drops);
+    refuses("a %d outside the price messages", "textDoesNotBuy", "%s %d",
+            "The message when the keeper does not buy the item has a %d, which only the messages "
+            "when the keeper sells or buys may have" + drops);
+    refuses("a %d before the %s", "textKeeperBuys", "%d to %s",
+            "The message when the keeper buys has its %d before any %s (the customer's name "
+            "comes first)" + drops);
+    refuses("another %", "textNoSuchItemKeeper", "%s 5%x",
+            "The message when the keeper has no such item has \"%x\", which the server does "
+            "not take" + drops);
+    refuses("an hour past 28", "textClose1", "29", "The first closing hour 29 is outside 0-28.");
+    refuses("a factor not a number", "textBuyFactor", "cheap",
+            "The buying price factor \"cheap\" is not a number.");
+    row("refused: a keeper not a number", "Shop", {},
+        {"textKeeper:erase", "ok", save,
+         "?said=Shop Not Saved: The Keeper Must Be a Number.\r\nCorrect it, then Save., "
+         "focus=textKeeper"});
+    const QString warned = "?said=Check Shop: %1\r\nSave Anyway?";
+    row("warned: selling above buying, No", "Shop", {},
+        {"textSellFactor:erase", "textSellFactor:type:2", "no", save,
+         warned.arg("The selling price factor 2 is above the buying one 1.15: players earn "
+                    "money by buying and selling back."),
+         unsaved});
+    row("warned: keeper, products and room not in the zone, Yes", "Shop", {},
+        {"textKeeper:erase", "textKeeper:type:9599", "?labelKeeperName=no such mobile",
+         "textProduct:type:9598", "buttonProductAdd:click", "textProduct:type:9599",
+         "buttonProductAdd:click", "?listProducts=9500\ta long sword/9502\ta green potion/"
+         "9598\t(not in zone 95)/9599\t(not in zone 95)",
+         "textRoom:type:9597", "buttonRoomAdd:click", "yes", "yes", save,
+         warned.arg("The keeper 9599 is not a mobile of the world.\r\nThe products 9598, 9599 "
+                    "are not objects of the world.\r\nThe room 9597 is not a room of the world.") +
+             " | Overwrite Existing Shop: Overwrite Existing Shop?",
+         "?slot0=9500 k9599 1.15/0.15 0/0/0 P9500,9502,9598,9599 T R9500,9597 H0,28,0,0 "
+         "m17,17,12,12,18,20,21"});
+    // An older-form file: five products, five types, one room, -1 for none.
+    const QStringList older{fromBytes(smallShops()),
+                            fromBytes(lfLines("#9500~|9500|9502|-1|-1|-1|1.15|0.15|-1|-1|-1|-1|-1|" +
+                                              shopMessages + "0|0|9500|0|9500|0|28|0|0|$~"))};
+    row("older form: one room at most", "Shop", older,
+        {"textRoom:type:9501", "ok", "buttonRoomAdd:click",
+         "?said=Rooms Not Added: This shop is in a file of the older form, which holds at most "
+         "1 room per shop.\r\nRemove one to add another., listRooms=9500\tThe Landing"});
+    // The lists: Update writes into the line Edit loaded, whatever is
+    // selected since; a line removed above it moves it up.
+    const QStringList edit{"listProducts:dclick:1", "textProduct:erase", "textProduct:type:9501",
+                           "listProducts:line:0"};
+    row("products: Update after selecting another line", "Shop", {},
+        edit + QStringList{"buttonProductUpdate:click", "yes", save,
+                           "?slot0=9500 k9500 1.15/0.15 0/0/0 P9500,9501 T R9500 H0,28,0,0 "
+                           "m17,17,12,12,18,20,21"});
+    row("products: Update after removing a line above", "Shop", {},
+        edit + QStringList{"buttonProductRemove:click", "buttonProductUpdate:click", "yes", save,
+                           "?slot0=9500 k9500 1.15/0.15 0/0/0 P9501 T R9500 H0,28,0,0 "
+                           "m17,17,12,12,18,20,21"});
+    row("a message of two lines survives a save", "Shop", {"%s No such thing.", "%s No such\nthing."},
+        {"textBuyFactor:type:5", "yes", save,
+         "?slot0=9500 k9500 1.155/0.15 0/0/0 P9500,9502 T R9500 H0,28,0,0 m18,17,12,12,18,20,21"});
+    row("a temper of 3 shows as the third option and is kept", "Shop", {},
+        {"listShopSelect:dclick:1", "?optionTemperNothing=x, listBuyTypes=WEAPON sharp/WAND",
+         "textBuyFactor:type:0", "yes", save,
+         "?slot1=9501 k9501 1.50/0.5 3/2/2 P9501 T5:sharp,3: R9501,9502 H6,20,0,0 "
+         "m17,17,12,12,18,20,21"});
 }
 
 } // namespace
@@ -187,6 +276,7 @@ void EditorSavesTest::script_data() {
         row("a VNum takes digits only", noun, {},
             {"textVNum:erase", "textVNum:type:-95-7", "?textVNum=957"});
     }
+    shopRows(row);
     row("an exit to room 0 shows ticked and survives a save", "Room", {"0 -1 9501", "0 -1 0"},
         {"?checkExitNorth=x, textNorthToVNum=0", "textName:type:!", "yes", save,
          "?slot0=9500 The Landing! 0/2 North:0/-1/0/ East:0/-1/-1/ +bell"});
@@ -196,7 +286,8 @@ void EditorSavesTest::script() {
     QFETCH(QString, kind);
     QFETCH(QStringList, edits);
     QFETCH(QStringList, steps);
-    inSession(kind, replaced(kindRow(kind).small(), edits), 95, [&](auto& s) {
+    const std::string small = kind == "Shop" ? smallShops() : kindRow(kind).small();
+    inSession(kind, replaced(small, edits), 95, [&](auto& s) {
         QVERIFY(s.opened);
         MARL_PLAY(s.playAll(steps));
     });
@@ -291,6 +382,38 @@ void EditorSavesTest::numberOrder() {
                  QString::fromStdString(original).count("* next"));
         checkServerBoots(s.host.folder, 30);
     });
+}
+
+// A shop made from scratch in the window, in a new file of stock zone 30,
+// and a stock shop given another product and message, boot with no SYSERR
+// the stock zone does not log.
+void EditorSavesTest::newShopBoots_data() {
+    QTest::addColumn<bool>("stock");
+    QTest::addColumn<QStringList>("steps");
+    QStringList fresh{"textVNum:erase", "textVNum:type:3099", "textKeeper:type:3000",
+                      "?labelKeeperName=the wizard", "textProduct:type:3050",
+                      "buttonProductAdd:click", "comboBuyType:type:WAND",
+                      "buttonBuyTypeAdd:click", "textRoom:type:3033", "buttonRoomAdd:click"};
+    for (const ShopMessageField& message : kShopMessageFields)
+        fresh << QString(message.control) + ":type:%s " +
+                     (QString(message.label).contains("%d") ? "%d coins." : "No.");
+    QTest::newRow("made from scratch") << false << fresh + QStringList{"buttonSave:click", "?said=, count=1"};
+    QTest::newRow("stock 30.shp changed")
+        << true << QStringList{"listShopSelect:dclick:1", "listProducts:line:0",
+                               "buttonProductRemove:click", "textProduct:type:3000",
+                               "buttonProductAdd:click", "textKeeperSells:erase",
+                               "textKeeperSells:type:%s Yours for %d coins.", "yes",
+                               "buttonSave:click", "?count=14, index=1"};
+}
+
+void EditorSavesTest::newShopBoots() {
+    QFETCH(bool, stock);
+    QFETCH(QStringList, steps);
+    if (!QFile::exists(corpusDir() + "/30.mob"))
+        QSKIP("the stock zone files are not here");
+    ShopSession s(stock ? readBytes(corpusDir() + "/30.shp") : std::string(), 30);
+    MARL_PLAY(s.playAll(steps));
+    checkServerBoots(s.host.folder, 30);
 }
 
 MARL_TEST_MAIN(EditorSavesTest)

@@ -11,6 +11,7 @@
 #include "objects/form_object.h"
 #include "rooms/form_room.h"
 #include "script_player.h"
+#include "shops/form_shop.h"
 #include "widgets/qt_text.h"
 
 namespace marl::test {
@@ -51,6 +52,20 @@ inline std::string smallObjects() {
                    "An iron chest sits here.~|~|15 0 a|60 13 9510 0|80 150 10|E|chest lock~|"
                    "A heavy lock.|~|#9502|potion green~|a green potion~|A green potion.~|"
                    "It tastes of mud.|~|10 g ao|12 16 14 -1|1 200 5|$");
+}
+
+// Zone 95: three shops of the current form, kept by the small zone's three
+// mobiles, selling its objects in its rooms; the second buys weapons with
+// keywords and takes any other temper (3).
+inline const QString shopMessages = "%s No such thing.~|%s You have none.~|%s Not that.~|"
+                                    "%s Too dear.~|%s You cannot pay.~|%s That is %d coins.~|"
+                                    "%s Here are %d coins.~|";
+inline std::string smallShops() {
+    const QString& messages = shopMessages;
+    return lfLines("CircleMUD v3.0 Shop File~|#9500~|9500|9502|-1|1.15|0.15|-1|" + messages +
+                   "0|0|9500|0|9500|-1|0|28|0|0|#9501~|9501|-1|1.5|0.5|WEAPON sharp|3|-1|" +
+                   messages + "3|2|9501|2|9501|9502|-1|6|20|0|0|#9502~|-1|1.0|0.2|-1|" + messages +
+                   "1|0|9502|0|9502|-1|0|28|0|0|$~");
 }
 
 // Rooms: VNum, name, flags/sector, each present exit as
@@ -123,6 +138,32 @@ inline QString objectsOf(const ObjectTable& table, int count) {
     return objects.join("; ");
 }
 
+// Shops: VNum, keeper, factors, temper/flags/trade, "P" products, "T" types
+// as number:keywords, "R" rooms, "H" hours, "m" the messages' lengths.
+inline QString shopsOf(const ShopTable& table, int count) {
+    QStringList shops;
+    for (int slot = 0; slot < count; ++slot) {
+        const ShopRecord& s = table[std::size_t(slot)];
+        QString line = QString("%1 k%2 %3/%4 %5/%6/%7").arg(s.VNum).arg(s.Keeper)
+                           .arg(fromBytes(s.BuyFactor), fromBytes(s.SellFactor))
+                           .arg(s.Temper).arg(s.Flags).arg(s.TradeWith);
+        QStringList products, types, rooms, hours, messages;
+        for (std::int32_t product : s.Products)
+            products << QString::number(product);
+        for (const ShopBuyType& type : s.BuyTypes)
+            types << QString("%1:%2").arg(type.Type).arg(fromBytes(type.Keywords));
+        for (std::int32_t room : s.Rooms)
+            rooms << QString::number(room);
+        for (std::int32_t hour : s.Hours)
+            hours << QString::number(hour);
+        for (const std::string& message : s.Messages)
+            messages << QString::number(message.size());
+        shops.append(line + " P" + products.join(',') + " T" + types.join(',') + " R" +
+                     rooms.join(',') + " H" + hours.join(',') + " m" + messages.join(','));
+    }
+    return shops.join("; ");
+}
+
 // An editor of a kind on a zone's file (its New without one).
 template <typename Form, typename Kind, QString (*Describe)(const typename Kind::File&, int)>
 struct Session : KindSession<Form> {
@@ -146,5 +187,22 @@ struct Session : KindSession<Form> {
 using EditorSession = Session<FormRoom, RoomKind, roomsOf>;
 using MobileSession = Session<FormMobile, MobileKind, mobilesOf>;
 using ObjectSession = Session<FormObject, ObjectKind, objectsOf>;
+
+// The shop editor, with the zone's mobiles, objects and rooms beside its file
+// (zone 95's small ones, or the stock zone's) for the names it shows, read.
+struct ShopSession : Session<FormShop, ShopKind, shopsOf> {
+    explicit ShopSession(const std::string& file, int zone = 95, const QString& folder = {})
+        : Session(file, zone, folder) {
+        const QString stock = corpusDir() + '/' + QString::number(zone);
+        const std::pair<const char*, std::string (*)()> beside[] = {
+            {".mob", smallMobiles}, {".obj", smallObjects}, {".wld", smallZone}};
+        for (const auto& [extension, small] : beside)
+            writeBytes(host.path(QString::number(zone) + extension),
+                       zone == 95 ? small() : readBytes(stock + extension));
+        // The world was read before its files were there.
+        editor->names()->reload();
+        QVERIFY(waitForNames(*editor->names()));
+    }
+};
 
 } // namespace marl::test

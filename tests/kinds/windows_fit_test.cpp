@@ -162,6 +162,8 @@ void WindowsFitTest::fits_data() {
     // clang-format off
     QTest::newRow("room editor") << "wld" << QStringList{room} << "formRoom"
         << "listRoomSelect:w textDesc:w textDesc:h";
+    QTest::newRow("shop editor") << "shp" << QStringList{"listShopSelect:dclick:1"} << "formShop"
+        << "listShopSelect:w listShopSelect:h textNoSuchItemKeeper:w listProducts:h";
     QTest::newRow("exit dialog") << "wld" << QStringList{room, "buttonExitWest:click"} << "formRoomDoor" << "";
     QTest::newRow("room extra descriptions") << "wld" << QStringList{room, "buttonExtraDescs:click"}
         << "formRoomExtraDescs" << "";
@@ -224,6 +226,8 @@ void WindowsFitTest::fits() {
         checkFit(EditorSession(smallZone()), steps, window, grows, set->name);
     else if (kind == "mob")
         checkFit(MobileSession(smallMobiles()), steps, window, grows, set->name);
+    else if (kind == "shp")
+        checkFit(ShopSession(smallShops()), steps, window, grows, set->name);
     else
         checkFit(ObjectSession(smallObjects()), steps, window, grows, set->name);
 }

@@ -133,7 +133,7 @@ private slots:
     // times over, in LF and in CR LF files.
     void crRunsSurvive() {
         for (const char* text : {"a\r\r\rb", "ab\r|cd", "ab\r\r|\r|\r\r|cd", "\r", "ab\r", "a\r||b"})
-            forEachZoneKind([&]<typename Kind>() {
+            forEachHeaderKind([&]<typename Kind>() {
                 for (const char* eol : {"\r\n", "\n"}) {
                     const std::string bytes = test::lines("#3001" + body<Kind>(text) + "|$", eol);
                     auto table = std::make_unique<typename Kind::File>();
@@ -220,7 +220,7 @@ private slots:
         QFETCH(QString, header);
         QFETCH(QString, read);
         const bool crOnly = header.endsWith('\r');
-        forEachZoneKind([&]<typename Kind>() {
+        forEachHeaderKind([&]<typename Kind>() {
             const QString record = body<Kind>("x");
             const int lines = kFile<typename Kind::Record>.lines;
             for (const int first : {0, 1}) {

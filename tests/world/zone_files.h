@@ -81,17 +81,6 @@ inline QString describe(const ShopRecord& s) {
     return out + " H" + parts(s.Hours[0], s.Hours[1], s.Hours[2], s.Hours[3]);
 }
 
-// Shop files, beside the kinds' table until the shop window joins it.
-struct ShopFileKind {
-    using Record = ShopRecord;
-    using File = ShopTable;
-    static constexpr const KindInfo& info = ShopKind::info;
-    static int read(std::string_view bytes, File& table) { return readShops(bytes, table); }
-    static std::string write(File& table, int count, std::int32_t) {
-        return writeShops(table, count);
-    }
-};
-
 // The kinds; rooms are written with zone 30 unless a test says otherwise.
 template <typename Base> struct Kind : Base {
     static std::string write(typename Base::File& table, int count, std::int32_t zone = 30) {
@@ -101,13 +90,11 @@ template <typename Base> struct Kind : Base {
 using Rooms = Kind<RoomKind>;
 using Mobiles = Kind<MobileKind>;
 using Objects = Kind<ObjectKind>;
-using Shops = Kind<ShopFileKind>;
+using Shops = Kind<ShopKind>;
 
 // Calls `check.template operator()<Kind>()` with the kind of a file's name.
 template <typename Check> void byExtension(const QString& name, Check check) {
     const std::string extension = QFileInfo(name).suffix().prepend('.').toStdString();
-    if (extension == ShopKind::info.extension)
-        return check.template operator()<Shops>();
     const bool known = withZoneKind(
         extension, [&]<typename Base>() { check.template operator()<Kind<Base>>(); });
     QVERIFY2(known, qPrintable(name));
