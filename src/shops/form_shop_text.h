@@ -7,6 +7,7 @@
 
 #include "kinds/world_model.h"
 #include "shops/format/shop_record.h"
+#include "world/vocabulary.h"
 
 namespace marl {
 
@@ -23,6 +24,31 @@ inline constexpr std::array<ShopMessageField, kShopMessages> kShopMessageFields 
     {"textCustomerCannotPay", "Customer cannot afford it:"},
     {"textKeeperSells", "Keeper sells (%d the price):"},
     {"textKeeperBuys", "Keeper buys (%d the price):"},
+}};
+
+// The shop's flags and the customers it does not trade with, each a bit of
+// its number (letter `a` bit 1, `b` bit 2, ...).
+inline constexpr std::array<FlagDef, 2> kShopFlags = {{
+    {'a', "checkShopStartsFights", "Starts fights"},
+    {'b', "checkShopBanksMoney", "Banks money"},
+}};
+
+inline constexpr std::array<FlagDef, 7> kTradeWithFlags = {{
+    {'a', "checkTradeNoGood", "No good"},
+    {'b', "checkTradeNoEvil", "No evil"},
+    {'c', "checkTradeNoNeutral", "No neutral"},
+    {'d', "checkTradeNoMagicUser", "No magic user"},
+    {'e', "checkTradeNoCleric", "No cleric"},
+    {'f', "checkTradeNoThief", "No thief"},
+    {'g', "checkTradeNoWarrior", "No warrior"},
+}};
+
+// What the keeper does when a customer cannot pay: any other number does
+// nothing, and is kept as it is.
+inline constexpr std::array<ChoiceDef, 3> kShopTempers = {{
+    {0, "optionTemperInsult", "Insults the customer"},
+    {1, "optionTemperEmote", "Emotes"},
+    {-1, "optionTemperNothing", "Does nothing"},
 }};
 
 struct ShopHourField {

@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "world/record_table.h"
-#include "world/vocabulary.h"
 
 namespace marl {
 
@@ -50,9 +49,9 @@ struct ShopRecord {
     // When a customer cannot pay: 0 an insulting social, 1 an emote, any
     // other number nothing.
     std::int32_t Temper = 0;
-    std::int32_t Flags = 0;     // kShopFlags: bit 1 starts fights, 2 banks money
+    std::int32_t Flags = 0;     // bit 1 starts fights, 2 banks money
     std::int32_t Keeper = 0;    // the shopkeeper's mobile VNum
-    std::int32_t TradeWith = 0; // kTradeWithFlags: the customers the keeper refuses
+    std::int32_t TradeWith = 0; // the customers the keeper refuses
     std::vector<std::int32_t> Rooms;
     // Open and close hours of the first period, then of the second.
     std::array<std::int32_t, kShopHours> Hours{};
@@ -64,7 +63,6 @@ using ShopTable = RecordTable<ShopRecord>;
 // The seven messages, in the file's order: what each is said for, as the
 // builder reads it ("the message when the keeper sells").
 struct ShopMessageDef {
-    const char* control;
     const char* when;
     bool price; // the two messages that may name the price with %d
 };
@@ -72,14 +70,6 @@ extern const std::array<ShopMessageDef, kShopMessages> kShopMessageDefs;
 
 // The four hours, in the file's order ("the first opening hour").
 extern const std::array<const char*, kShopHours> kShopHourNames;
-
-// The shop's flags and the customers it does not trade with, each a bit of
-// its number (letter `a` bit 1, `b` bit 2, ...).
-extern const std::array<FlagDef, 2> kShopFlags;
-extern const std::array<FlagDef, 7> kTradeWithFlags;
-// What the keeper does when a customer cannot pay; any number but 0 and 1
-// is the third choice, kept as it is.
-extern const std::array<ChoiceDef, 3> kShopTempers;
 
 // The item types as the server names them in a shop file, by number:
 // "UNDEFINED" 0 to "FOUNTAIN" 23.
