@@ -363,10 +363,13 @@ void EditorRulesTest::tabOrder_data() {
     QTest::addColumn<QStringList>("walk");
     QTest::newRow("room editor") << ".wld" << QStringList{"listRoomSelect:dclick:1"} << "textDesc"
         << QStringList{"optionSecTypeCity", "checkExitNorth", "checkExitSouth", "checkExitEast",
-                       "checkExitWest", "textWestToVNum", "buttonExitWest", "checkExitUp"};
+                       "checkExitWest", "textWestToVNum", "buttonPickWest", "buttonExitWest",
+                       "checkExitUp"};
     QTest::newRow("exit dialog: the selected door kind") << ".wld"
         << QStringList{"listRoomSelect:dclick:1", "buttonExitWest:click", ">formRoomDoor"}
-        << "textToVNum" << QStringList{"checkNowhere", "optionDoor", "textKeyVNum", "checkNoKey"};
+        << "textToVNum"
+        << QStringList{"buttonPickTo", "checkNowhere", "optionDoor", "textKeyVNum", "buttonPickKey",
+                       "checkNoKey"};
     // The options are one stop, entered at the one selected.
     QTest::newRow("affects") << ".obj" << QStringList{"buttonObjectAffects:click",
         ">formObjectAffects", "optionStr:click", "textValue:type:2", "listObjectAffects:line:0"}
