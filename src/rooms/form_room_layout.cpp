@@ -96,6 +96,8 @@ void FormRoom::buildLayout() {
         pick->setObjectName("buttonPick" + caption);
         auto* name = new VNumNameLabel(field, WorldKind::Room, nullptr, exitsFrame);
         name->setObjectName("lbl" + caption + "Name");
+        // Room for most names at the window's least size; longer ones elide.
+        name->setMinimumWidth(QFontMetrics(name->font()).averageCharWidth() * 17);
         exitChecks_[def.slot] = check;
         exitFields_[def.slot] = field;
         exitButtons_[def.slot] = door;
