@@ -7,9 +7,9 @@
 
 #include <string>
 
+#include "editor/form_text.h"
 #include "editor/owned_dialog.h"
 #include "editor/shown.h"
-#include "world/form_text.h"
 
 class QPushButton;
 

@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "world/form_text.h"
+#include "editor/form_text.h"
 
 class QGroupBox;
 class QLineEdit;

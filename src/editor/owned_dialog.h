@@ -10,8 +10,8 @@
 #include <QPointer>
 
 #include "editor/dialog_owner.h"
+#include "editor/form_text.h"
 #include "widgets/prompts.h"
-#include "world/form_text.h"
 
 class QHBoxLayout;
 class QPushButton;

@@ -107,11 +107,11 @@ template <typename Kind> void readRecordFile(WorldFile& file, int fileIndex, Fil
                 {fileIndex, line, std::move(finding), true, worldKind<Kind>(), record.VNum});
         }
         if constexpr (std::is_same_v<Kind, RoomKind>) {
-            for (const ExitDef& def : kExits) {
-                const ExitRecord& exit = record.Exits[static_cast<std::size_t>(def.slot)];
+            for (std::size_t exitSlot = 0; exitSlot < kExitSlots; ++exitSlot) {
+                const ExitRecord& exit = record.Exits[exitSlot];
                 if (!exit.Absent)
-                    out.exits.push_back(
-                        {slot, def.fileDirection, exit.DoorKind, exit.KeyVNum, exit.ToVNum});
+                    out.exits.push_back({slot, kExitFileDirections[exitSlot], exit.DoorKind,
+                                         exit.KeyVNum, exit.ToVNum});
             }
         }
         line += linesIn(record.Source);

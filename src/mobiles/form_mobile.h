@@ -11,7 +11,7 @@
 #include "editor/record_editor.h"
 #include "kinds/mobile_kind.h"
 #include "mobiles/format/mobile_record.h"
-#include "mobiles/format/mobile_vocabulary.h"
+#include "mobiles/mobile_vocabulary.h"
 
 class QLineEdit;
 class QPushButton;

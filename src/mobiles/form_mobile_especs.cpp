@@ -7,9 +7,9 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "dialogs/attack_types.h"
 #include "widgets/qt_widgets.h"
 #include "widgets/vocab_controls.h"
-#include "world/attack_types.h"
 
 namespace marl {
 

@@ -7,7 +7,7 @@
 
 #include "editor/owned_dialog.h"
 #include "editor/shown.h"
-#include "mobiles/format/mobile_vocabulary.h"
+#include "mobiles/mobile_vocabulary.h"
 
 class QPushButton;
 

@@ -8,7 +8,7 @@
 #include "editor/field_table.h"
 #include "objects/form_object_affects.h"
 #include "objects/form_object_values.h"
-#include "objects/format/object_values.h"
+#include "objects/object_values.h"
 #include "widgets/prompts.h"
 #include "widgets/qt_text.h"
 #include "widgets/vocab_controls.h"

@@ -12,7 +12,7 @@
 #include "editor/record_editor.h"
 #include "kinds/object_kind.h"
 #include "objects/format/object_record.h"
-#include "objects/format/object_vocabulary.h"
+#include "objects/object_vocabulary.h"
 
 class QLineEdit;
 class QPushButton;

@@ -8,7 +8,7 @@
 
 #include "objects/format/object_checks.h"
 #include "objects/format/object_record.h"
-#include "objects/format/object_vocabulary.h"
+#include "objects/object_vocabulary.h"
 #include "widgets/column_delegate.h"
 #include "widgets/entry_list.h"
 #include "widgets/prompts.h"

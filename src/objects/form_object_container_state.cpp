@@ -4,7 +4,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "objects/format/object_vocabulary.h"
+#include "objects/object_vocabulary.h"
 #include "widgets/qt_widgets.h"
 
 namespace marl {

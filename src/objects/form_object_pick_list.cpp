@@ -7,7 +7,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "objects/format/object_values.h"
+#include "objects/object_values.h"
 #include "widgets/prompts.h"
 #include "widgets/qt_widgets.h"
 #include "widgets/vocab_controls.h"

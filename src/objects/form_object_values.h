@@ -10,7 +10,7 @@
 #include "editor/dialog_waiter.h"
 #include "editor/owned_dialog.h"
 #include "editor/shown.h"
-#include "objects/format/object_values.h"
+#include "objects/object_values.h"
 
 class QCheckBox;
 class QGroupBox;

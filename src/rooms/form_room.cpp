@@ -5,6 +5,7 @@
 #include <QPushButton>
 
 #include "dialogs/extra_descs_dialog.h"
+#include "editor/field_table.h"
 #include "rooms/form_room_door.h"
 #include "widgets/prompts.h"
 #include "widgets/qt_text.h"
@@ -12,14 +13,7 @@
 
 namespace marl {
 
-namespace {
-
-// The VNum field: five digits; the file holds no negative VNum.
-constexpr NumericRule kVNumRule{5, false, false, 0, 0};
-
-} // namespace
-
-FormRoom::FormRoom(EditorHost& host) : KindEditor(host, kVNumRule) {
+FormRoom::FormRoom(EditorHost& host) : KindEditor(host, kRoomFields.front().rule) {
     buildLayout();
     connectHandlers();
 }
@@ -173,7 +167,7 @@ bool FormRoom::checkFields() {
 
 void FormRoom::onVNumOrNameChanged() {
     HasChanged();
-    buttonSave_->setEnabled(!textVNum_->text().isEmpty() && !textName_->text().isEmpty());
+    buttonSave_->setEnabled(fieldsFilled(kRoomFields, fields_));
 }
 
 void FormRoom::onDescChanged() {

@@ -10,6 +10,7 @@
 #include "editor/record_editor.h"
 #include "kinds/room_kind.h"
 #include "rooms/format/room_record.h"
+#include "rooms/room_controls.h"
 
 class QCheckBox;
 class QLineEdit;
@@ -66,6 +67,8 @@ private:
     // The exit of the door dialog last opened, -1 for another dialog.
     int doorExit_ = -1;
 
+    // VNum and name, in the order of kRoomFields.
+    std::array<QLineEdit*, kRoomFields.size()> fields_{};
     QLineEdit* textName_ = nullptr;
     TildeTextEdit* textDesc_ = nullptr;
     OptionGroup* sectors_ = nullptr;

@@ -15,6 +15,7 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
+#include "editor/field_table.h"
 #include "editor/record_pick.h"
 #include "editor/world_names.h"
 #include "rooms/form_room.h"
@@ -34,31 +35,21 @@ constexpr NumericRule kDestinationRule{0, true, true, -1, 99999};
 } // namespace
 
 void FormRoom::buildLayout() {
-    // Left: VNum and the room list.
-    auto* vnumFrame = frame(this, "frameVNum", "VNum");
-    textVNum_->setParent(vnumFrame);
-    textVNum_->setFixedWidth(widthForColumns(textVNum_, 7));
-    auto* vnumLayout = new QHBoxLayout(vnumFrame);
-    vnumLayout->addWidget(textVNum_);
-    vnumLayout->addStretch();
+    // VNum and name, each in its frame, made from the field table.
+    const std::vector<QGroupBox*> frames = makeFields(this, kRoomFields, fields_, textVNum_);
+    textName_ = fields_[1];
 
+    // Left: VNum and the room list.
     auto* selectFrame = frame(this, "frameRoomSelect", "Room Select");
     listSelect_->setParent(selectFrame);
     auto* selectLayout = new QVBoxLayout(selectFrame);
     selectLayout->addWidget(listSelect_);
 
     auto* left = new QVBoxLayout;
-    left->addWidget(vnumFrame);
+    left->addWidget(frames[0]);
     left->addWidget(selectFrame, 1);
 
     // Right: name and description.
-    auto* nameFrame = frame(this, "frameName", "Room Name");
-    textName_ = named(new QLineEdit(nameFrame), "textName");
-    textName_->setFont(fixedFont());
-    guardTildeText(textName_);
-    auto* nameLayout = new QHBoxLayout(nameFrame);
-    nameLayout->addWidget(textName_);
-
     auto* descFrame = frame(this, "frameDesc", "Room Description");
     textDesc_ = named(new TildeTextEdit(descFrame), "textDesc");
     textDesc_->setLineWrapMode(QPlainTextEdit::NoWrap);
@@ -131,7 +122,7 @@ void FormRoom::buildLayout() {
     settings->addWidget(bitsFrame);
 
     auto* right = new QVBoxLayout;
-    right->addWidget(nameFrame);
+    right->addWidget(frames[1]);
     right->addWidget(descFrame, 1);
     right->addLayout(settings);
 

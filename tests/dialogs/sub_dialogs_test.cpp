@@ -8,7 +8,7 @@
 #include "dialogs/extra_descs_dialog.h"
 #include "objects/form_object_affects.h"
 #include "objects/format/object_file.h"
-#include "objects/format/object_vocabulary.h"
+#include "objects/object_vocabulary.h"
 
 using namespace marl;
 using namespace marl::test;

@@ -7,8 +7,8 @@
 
 #include <QRegularExpression>
 
-#include "objects/format/object_values.h"
-#include "world/attack_types.h"
+#include "dialogs/attack_types.h"
+#include "objects/object_values.h"
 #include "world/dice.h"
 #include "world/numeric_rule.h"
 #include "world/vocabulary.h"

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "kinds/zone_kinds.h"
+#include "rooms/room_controls.h"
 #include "shops/format/shop_file.h"
 #include "test_support.h"
 #include "world/record_compare.h"

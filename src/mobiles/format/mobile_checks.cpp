@@ -1,5 +1,7 @@
 #include "mobiles/format/mobile_checks.h"
 
+#include "world/vocabulary.h"
+
 namespace marl {
 
 namespace {

@@ -8,19 +8,6 @@
 
 namespace marl {
 
-const std::array<PositionDef, 4> kPositions = {{
-    {4, "optionLoadSleeping", "optionSleeping", "Sleeping"},
-    {5, "optionLoadResting", "optionResting", "Resting"},
-    {6, "optionLoadSitting", "optionSitting", "Sitting"},
-    {8, "optionLoadStanding", "optionStanding", "Standing"},
-}};
-
-const std::array<ChoiceDef, 3> kGenders = {{
-    {0, "optionNeutral", "Neutral"},
-    {1, "optionMale", "Male"},
-    {2, "optionFemale", "Female"},
-}};
-
 const std::array<ExtendedDef, 8> kExtendedValues = {{
     {"BareHandAttack:", &MobileRecord::BHA, 0, 99},
     {"Str:", &MobileRecord::Str, 3, 25},

@@ -1,6 +1,7 @@
 #pragma once
-// The mobile record, the vocabularies it carries as numbers, and the mobile
-// table.
+// The mobile record, the keywords of its extended block, and the mobile
+// table.  Positions and genders as options are the window's
+// (mobiles/mobile_vocabulary.h).
 
 #include <array>
 #include <cstdint>
@@ -9,7 +10,6 @@
 #include <vector>
 
 #include "world/record_table.h"
-#include "world/vocabulary.h"
 
 namespace marl {
 
@@ -23,10 +23,10 @@ struct MobileRecord {
     // the next header: written after it when it is written field by field.
     std::string After;
     std::int32_t VNum = 0;
-    std::string Alias;
-    std::string SDesc;
-    std::string LDesc;
-    std::string DDesc;      // may span several lines, held with CR LF
+    std::string Alias;      // the keywords a player names it by
+    std::string SDesc;      // short description: its name in sentences
+    std::string LDesc;      // long description: the line seen in a room
+    std::string DDesc;      // detailed description; may span several lines, held with CR LF
     std::string ActionBitV; // flag text as the file has it
     std::string AffectBitV; // flag text as the file has it
     std::int32_t Align = 0;
@@ -34,12 +34,12 @@ struct MobileRecord {
     std::int16_t Level = 0;
     std::int16_t THAC0 = 0;
     std::int16_t AC = 0;
-    std::string MHP = "0"; // dice text `NdS+P`
-    std::string BHD = "0"; // dice text `NdS+P`
+    std::string MHP = "0"; // maximum hit points, dice text `NdS+P`
+    std::string BHD = "0"; // bare-hand damage, dice text `NdS+P`
     std::int32_t Gold = 0;
     std::int32_t XP = 0;
-    std::int16_t LPos = 0;
-    std::int16_t DPos = 0;
+    std::int16_t LPos = 0; // the position it loads in
+    std::int16_t DPos = 0; // the position it returns to
     std::int16_t Gender = 0;
     // The extended values, as the server takes them (`Str: 0` is 3): 0 means
     // not given, and a 0 is written only as the file had it.
@@ -61,21 +61,6 @@ struct MobileRecord {
 };
 
 using MobileTable = RecordTable<MobileRecord>;
-
-// Positions, offered as two option groups: the load position (`LPos`) and
-// the default position (`DPos`).
-struct PositionDef {
-    int number;
-    const char* loadControl;
-    const char* defaultControl;
-    const char* caption;
-};
-extern const std::array<PositionDef, 4> kPositions;
-inline constexpr const char* kLoadPositionFrame = "Load Position";
-inline constexpr const char* kDefaultPositionFrame = "Default Position";
-
-extern const std::array<ChoiceDef, 3> kGenders;
-inline constexpr const char* kGenderFrame = "Gender";
 
 // The keywords of the extended block, in the order they are tested on
 // reading and written, each with its field.

@@ -4,6 +4,8 @@
 #include <array>
 #include <string_view>
 
+#include "world/vocabulary.h"
+
 namespace marl {
 
 namespace {
@@ -98,8 +100,8 @@ void checkFlagBits(Findings& found, const ObjectRecord& object) {
                        " the server names (" + std::string(text) + ")",
                    server);
     };
-    beyond(object.EBitV, kEffectFlags.size(), "effect", "unknown object extra flag");
-    beyond(object.WBitV, kWearFlags.size(), "wear", "unknown object wear flag");
+    beyond(object.EBitV, kEffectFlagCount, "effect", "unknown object extra flag");
+    beyond(object.WBitV, kWearFlagCount, "wear", "unknown object wear flag");
 }
 
 void checkDrinkAlias(Findings& found, const ObjectRecord& object) {

@@ -1,6 +1,6 @@
 #pragma once
-// The object record, its vocabularies (object types, effect and wear flags)
-// and the object table.
+// The object record and the object table.  The types' and flags' options
+// and captions are the window's (objects/object_vocabulary.h).
 
 #include <array>
 #include <cstdint>
@@ -8,13 +8,16 @@
 
 #include "world/record_table.h"
 #include "world/slot_list.h"
-#include "world/vocabulary.h"
 
 namespace marl {
 
 inline constexpr int kObjectValues = 4;
 inline constexpr int kAffectSlots = 128;
 inline constexpr int kMaxAffects = 127;
+// The effect flags the server names (letters a to q), and the wear flags
+// (a to o).
+inline constexpr int kEffectFlagCount = 17;
+inline constexpr int kWearFlagCount = 15;
 
 struct ObjectAffect {
     std::int16_t Location = 0; // 0: none
@@ -35,10 +38,10 @@ struct ObjectRecord {
     std::string Alias;
     std::string SDesc;
     std::string LDesc;
-    std::string ADesc; // keeps every character before its `~`, line breaks as CR LF
-    std::int16_t OType = 0;
-    std::string EBitV; // flag text as the file has it
-    std::string WBitV; // flag text as the file has it
+    std::string ADesc; // action description: every character before its `~`, line breaks as CR LF
+    std::int16_t OType = 0; // the object type's number
+    std::string EBitV;      // the effect flags, flag text as the file has it
+    std::string WBitV;      // the wear flags, flag text as the file has it
     std::array<std::int32_t, kObjectValues> Values{};
     std::int32_t Weight = 0;
     std::int32_t Cost = 0;
@@ -52,22 +55,5 @@ struct ObjectRecord {
 int affectCount(const ObjectRecord& object);
 
 using ObjectTable = RecordTable<ObjectRecord>;
-
-// The object types that have an option in the editor.
-struct ObjectTypeDef {
-    int number;
-    const char* control;
-    const char* caption;
-    bool hasValues; // the type-specific values dialog opens for it
-};
-extern const std::array<ObjectTypeDef, 19> kObjectTypes;
-const ObjectTypeDef* findObjectType(int number);
-inline constexpr int kObjectTypeOther = 12;
-inline constexpr const char* kObjectTypeFrame = "Object Type";
-
-extern const std::array<FlagDef, 17> kEffectFlags;
-inline constexpr const char* kEffectFrame = "Effect Bitvector";
-extern const std::array<FlagDef, 15> kWearFlags;
-inline constexpr const char* kWearFrame = "Wear Bitvector";
 
 } // namespace marl

@@ -1,5 +1,7 @@
 #include "rooms/format/room_checks.h"
 
+#include "world/vocabulary.h"
+
 namespace marl {
 
 void checkRoomTexts(Findings& found, const RoomRecord& room, LineEnd lineEnd) {

@@ -1,5 +1,6 @@
 #pragma once
-// The room record, its vocabularies, and the room table.
+// The room record and the room table.  Exits', sectors' and flags' controls
+// and captions are the window's (rooms/room_controls.h).
 
 #include <array>
 #include <cstdint>
@@ -8,7 +9,6 @@
 
 #include "world/record_table.h"
 #include "world/slot_list.h"
-#include "world/vocabulary.h"
 
 namespace marl {
 
@@ -21,6 +21,8 @@ struct ExitRecord {
     std::int16_t DoorKind = 0; // 0 none, 1 door, 2 pick-proof door
     std::int32_t KeyVNum = 0;  // -1: no key
     std::int32_t ToVNum = 0;   // -1: nowhere
+    // The key and destination the exit dialog's "No Key" and "Nowhere" boxes
+    // replaced by -1, given back when the box is unticked; never written.
     std::int32_t RememberedKey = 0;
     std::int32_t RememberedTo = 0;
     bool Absent = true; // the room has no exit this way
@@ -38,9 +40,9 @@ struct RoomRecord {
     std::string After;
     std::int32_t VNum = 0;
     std::string Name;
-    std::string Desc;
-    std::string BitV;
-    std::int16_t SecType = 0;
+    std::string Desc;         // may span several lines, held with CR LF
+    std::string BitV;         // the room flags, flag text as the file has it
+    std::int16_t SecType = 0; // the sector type's number
     std::array<ExitRecord, kExitSlots> Exits{};
     SlotList<ExtraDesc, kExtraDescSlots> ExtraDescs; // only the slots in use are stored
     bool operator==(const RoomRecord&) const = default;
@@ -48,21 +50,11 @@ struct RoomRecord {
 
 using RoomTable = RecordTable<RoomRecord>;
 
-// Exit slots north, south, east, west, up, down; the file numbers them by
-// the server's direction numbers.
-struct ExitDef {
-    int slot;
-    int fileDirection;
-    const char* check;
-    const char* caption;
-    const char* toField;
-    const char* button;
-};
-extern const std::array<ExitDef, kExitSlots> kExits;
+// The exit slots are north, south, east, west, up, down; the file numbers
+// exits by the server's direction numbers (north 0, east 1, south 2, ...),
+// the file's number of each slot.
+inline constexpr std::array<int, kExitSlots> kExitFileDirections = {0, 2, 1, 3, 4, 5};
 // The exit slot of a direction number of the file, or -1.
 int exitSlotOfDirection(int fileDirection);
-
-extern const std::array<ChoiceDef, 8> kSectorTypes;
-extern const std::array<FlagDef, 11> kRoomFlags;
 
 } // namespace marl

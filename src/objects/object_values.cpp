@@ -1,9 +1,9 @@
-#include "objects/format/object_values.h"
+#include "objects/object_values.h"
 
 #include <algorithm>
 
-#include "objects/format/object_vocabulary.h"
-#include "world/attack_types.h"
+#include "dialogs/attack_types.h"
+#include "objects/object_vocabulary.h"
 
 namespace marl {
 

@@ -1,4 +1,4 @@
-#include "world/attack_types.h"
+#include "dialogs/attack_types.h"
 
 namespace marl {
 

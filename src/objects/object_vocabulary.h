@@ -7,10 +7,28 @@
 
 #include <array>
 
-#include "world/form_text.h"
+#include "editor/form_text.h"
+#include "objects/format/object_record.h"
 #include "world/vocabulary.h"
 
 namespace marl {
+
+// The object types that have an option in the editor.
+struct ObjectTypeDef {
+    int number;
+    const char* control;
+    const char* caption;
+    bool hasValues; // the type-specific values dialog opens for it
+};
+extern const std::array<ObjectTypeDef, 19> kObjectTypes;
+const ObjectTypeDef* findObjectType(int number);
+inline constexpr int kObjectTypeOther = 12;
+inline constexpr const char* kObjectTypeFrame = "Object Type";
+
+extern const std::array<FlagDef, kEffectFlagCount> kEffectFlags;
+inline constexpr const char* kEffectFrame = "Effect Bitvector";
+extern const std::array<FlagDef, kWearFlagCount> kWearFlags;
+inline constexpr const char* kWearFrame = "Wear Bitvector";
 
 // The editor window.
 inline constexpr const char* kObjectListFrame = "frameObjectSelect";

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "editor/form_text.h"
 #include "objects/format/object_record.h"
-#include "world/form_text.h"
 #include "world/vocabulary.h"
 
 namespace marl {

@@ -1,4 +1,4 @@
-#include "mobiles/format/mobile_vocabulary.h"
+#include "mobiles/mobile_vocabulary.h"
 
 namespace marl {
 
@@ -16,6 +16,19 @@ constexpr NumericRule kDieRule = rangeRule(2, 1, 99);
 constexpr NumericRule kBonusRule = rangeRule(6, kInt32Min, kInt32Max, true);
 
 } // namespace
+
+const std::array<PositionDef, 4> kPositions = {{
+    {4, "optionLoadSleeping", "optionSleeping", "Sleeping"},
+    {5, "optionLoadResting", "optionResting", "Resting"},
+    {6, "optionLoadSitting", "optionSitting", "Sitting"},
+    {8, "optionLoadStanding", "optionStanding", "Standing"},
+}};
+
+const std::array<ChoiceDef, 3> kGenders = {{
+    {0, "optionNeutral", "Neutral"},
+    {1, "optionMale", "Male"},
+    {2, "optionFemale", "Female"},
+}};
 
 // Over a third of the stock mobiles are evil, so the alignment takes `-`.
 const std::array<FieldDef, 16> kMobileFields = {{

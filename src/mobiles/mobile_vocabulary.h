@@ -9,8 +9,8 @@
 #include <span>
 #include <string>
 
+#include "editor/form_text.h"
 #include "mobiles/format/mobile_record.h"
-#include "world/form_text.h"
 #include "world/vocabulary.h"
 
 namespace marl {
@@ -37,8 +37,22 @@ struct DiceFrameDef {
 };
 extern const std::array<DiceFrameDef, 2> kMobileDice;
 
-// The frame objectNames of the three option groups (their captions are
-// beside the tables in the record's header).
+// Positions, offered as two option groups: the load position (`LPos`) and
+// the default position (`DPos`).
+struct PositionDef {
+    int number;
+    const char* loadControl;
+    const char* defaultControl;
+    const char* caption;
+};
+extern const std::array<PositionDef, 4> kPositions;
+inline constexpr const char* kLoadPositionFrame = "Load Position";
+inline constexpr const char* kDefaultPositionFrame = "Default Position";
+
+extern const std::array<ChoiceDef, 3> kGenders;
+inline constexpr const char* kGenderFrame = "Gender";
+
+// The frame objectNames of the three option groups.
 inline constexpr const char* kGenderFrameControl = "frameGender";
 inline constexpr const char* kLoadPositionFrameControl = "frameLoadPosition";
 inline constexpr const char* kDefaultPositionFrameControl = "frameDefaultPosition";
