@@ -19,33 +19,15 @@
 #include "editor/world_names.h"
 #include "kinds/world_index.h"
 #include "rooms/form_room.h"
-#include "widgets/prompts.h"
 #include "world/zone.h"
 #include "world/zone_file.h"
 
+#include "bench_host.h"
+
 using namespace marl;
+using bench::BenchHost;
 
 namespace {
-
-class QuietPrompts : public Prompts {
-public:
-    bool ask(const QString&, const QString&) override { return true; }
-    void tell(const QString& text, const QString&) override {
-        std::fprintf(stderr, "message: %s\n", qPrintable(text));
-    }
-};
-
-class BenchHost : public EditorHost {
-public:
-    explicit BenchHost(QString folder) : folder_(std::move(folder)) {}
-    QString fileDir() const override { return folder_; }
-    Prompts& prompts() override { return prompts_; }
-    void editorClosed() override {}
-
-private:
-    QString folder_;
-    QuietPrompts prompts_;
-};
 
 // Notes when the window first paints.
 class PaintWatch : public QObject {
