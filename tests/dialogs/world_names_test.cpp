@@ -191,6 +191,17 @@ private slots:
             check(s);
         }
     }
+
+    // A Save reads the world again: the name a room was saved under shows.
+    void saveReloads() {
+        EditorSession s(smallZone());
+        const auto names = WorldNames::forFile(s.filePath());
+        QVERIFY(waitForNames(*names));
+        MARL_PLAY(s.playAll({"listRoomSelect:dclick:2", "textName:erase", "textName:type:Larder",
+                             "yes", "buttonSave:click"}));
+        QVERIFY(waitForNames(*names));
+        QCOMPARE(names->name(WorldKind::Room, 9502), std::optional<std::string>("Larder"));
+    }
 };
 
 MARL_TEST_MAIN(WorldNamesTest)
