@@ -20,34 +20,15 @@
 
 #include "rooms/form_room.h"
 #include "rooms/format/room_file.h"
-#include "widgets/prompts.h"
 #include "world/zone_file.h"
 
+#include "bench_host.h"
+
 using namespace marl;
+using bench::BenchHost;
 using Clock = std::chrono::steady_clock;
 
 namespace {
-
-// Answers every question with Yes and lets every message pass.
-class YesPrompts : public Prompts {
-public:
-    bool ask(const QString&, const QString&) override { return true; }
-    void tell(const QString& text, const QString&) override {
-        std::fprintf(stderr, "message: %s\n", qPrintable(text));
-    }
-};
-
-class BenchHost : public EditorHost {
-public:
-    explicit BenchHost(QString folder) : folder_(std::move(folder)) {}
-    QString fileDir() const override { return folder_; }
-    Prompts& prompts() override { return prompts_; }
-    void editorClosed() override {}
-
-private:
-    QString folder_;
-    YesPrompts prompts_;
-};
 
 double millis(Clock::duration d) {
     return std::chrono::duration<double, std::milli>(d).count();

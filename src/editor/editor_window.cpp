@@ -5,6 +5,8 @@
 #include <QPushButton>
 #include <QShortcut>
 
+#include "editor/world_names.h"
+#include "kinds/world_index.h"
 #include "widgets/prompts.h"
 #include "widgets/qt_text.h"
 #include "widgets/qt_widgets.h"
@@ -18,6 +20,14 @@ std::filesystem::path toPath(const QString& path) {
     return std::filesystem::path(path.toStdWString());
 #else
     return std::filesystem::path(QFile::encodeName(path).toStdString());
+#endif
+}
+
+QString fromPath(const std::filesystem::path& path) {
+#ifdef _WIN32
+    return QString::fromStdWString(path.wstring());
+#else
+    return QFile::decodeName(QByteArray::fromStdString(path.string()));
 #endif
 }
 
@@ -40,6 +50,7 @@ EditorWindow::EditorWindow(EditorHost& host, std::unique_ptr<FileDocument> docum
     connect(buttonDone_, &QPushButton::clicked, this, &EditorWindow::onDone);
     connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this,
             &EditorWindow::onCancel);
+    document_.onWritten([this](bool created) { fileWritten(created); });
 }
 
 // A dialog still open (the main window is being torn down) goes with us.
@@ -67,6 +78,7 @@ void EditorWindow::newZone(std::int32_t zone, bool keepFile) {
     syncFolder();
     document_.newFile(zone, keepFile);
     filling([&] { showNewFile(zone); });
+    openWorld();
 }
 
 bool EditorWindow::openZone(std::int32_t zone, QString& error) {
@@ -80,7 +92,26 @@ bool EditorWindow::openZone(std::int32_t zone, QString& error) {
         host_.prompts().tell(QStringLiteral("The file holds what the editor cannot show:\n") +
                              QString::fromLatin1(document_.notes()));
     filling([&] { showOpenedFile(); });
+    openWorld();
     return true;
+}
+
+void EditorWindow::openWorld() {
+    names_ = WorldNames::forFile(fromPath(document_.path()));
+    worldOpened();
+}
+
+void EditorWindow::fileWritten(bool created) {
+    const std::filesystem::path path = document_.path();
+    if (created && indexStateOf(path) == IndexState::NotListed &&
+        host_.prompts().ask(fromBytes(indexQuestion(document_.fileName())))) {
+        std::string error;
+        if (!addToIndexBeside(path, error))
+            host_.prompts().tell(twoLines(QStringLiteral("The index could not be written:"),
+                                          QString::fromLocal8Bit(error)));
+    }
+    if (names_)
+        names_->reload();
 }
 
 // ---- Change tracking -------------------------------------------------------

@@ -23,6 +23,8 @@ class QPushButton;
 
 namespace marl {
 
+class WorldNames;
+
 class EditorWindow : public QWidget, public ZoneEditor, public DialogOwner, public PromptsWindow {
     Q_OBJECT
 public:
@@ -68,6 +70,11 @@ protected:
     void showDialog(QWidget* dialog);
     // The file name in messages ("30.wld").
     QString fileName() const;
+    // The names of the world the file lies in, read in the background from
+    // when the window opens the file (null before), and read again after
+    // every save; worldOpened() tells the window it has a world.
+    const std::shared_ptr<WorldNames>& worldNames() const { return names_; }
+    virtual void worldOpened() {}
     const QString& noun() const { return noun_; }
     const EditorText& text() const { return text_; }
     static QString words(const char* text) { return QString::fromLatin1(text); }
@@ -84,6 +91,10 @@ private:
     void onCancel();
     void onDone();
     void leave();
+    void openWorld();
+    // After a save wrote the file: a file new to a folder whose index does
+    // not list it is offered to the index; the world is read again.
+    void fileWritten(bool created);
 
     EditorHost& host_;
     std::unique_ptr<FileDocument> owned_;
@@ -93,6 +104,7 @@ private:
     bool filling_ = false;
     bool leaving_ = false;
     DialogWaiter dialogs_{*this};
+    std::shared_ptr<WorldNames> names_;
 };
 
 } // namespace marl

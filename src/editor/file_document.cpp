@@ -30,12 +30,16 @@ bool FileDocument::load(std::int32_t zone, std::string& error) {
 }
 
 SaveResult FileDocument::writeAndReadBack(std::string& error) {
+    std::error_code ec;
+    const bool created = !std::filesystem::exists(std::filesystem::symlink_status(path(), ec));
     if (!writeZoneFile(path(), writeText(), error)) {
         restoreBackup();
         return SaveResult::WriteFailed;
     }
     const bool readBackOk = readBack(error);
     changed_ = false;
+    if (written_)
+        written_(created);
     return readBackOk ? SaveResult::Stored : SaveResult::ReadBackFailed;
 }
 

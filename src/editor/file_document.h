@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 
 #include "world/zone.h"
@@ -57,6 +58,10 @@ public:
     bool load(std::int32_t zone, std::string& error);
     // Drops what the document holds (the editor is closing).
     void close() { clearFile(); }
+    // Runs after every save that wrote the file, whether it read back or
+    // not; `created` when no file was there before (the window then asks
+    // about the folder's index).
+    void onWritten(std::function<void(bool created)> written) { written_ = std::move(written); }
 
 protected:
     // Writes the file and reads it back; on a failed write the file and the
@@ -82,6 +87,7 @@ private:
     std::filesystem::path folder_;
     std::string chosen_;
     std::string notes_;
+    std::function<void(bool)> written_;
 };
 
 } // namespace marl

@@ -8,9 +8,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QPointer>
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "editor/record_pick.h"
 #include "editor/world_names.h"
 #include "widgets/qt_text.h"
 #include "widgets/qt_widgets.h"
@@ -76,6 +78,7 @@ class RecordPick : public QDialog {
 public:
     RecordPick(QWidget* parent, WorldNames& names, WorldKind kind, std::int32_t current)
         : QDialog(parent), names_(names), kind_(kind), current_(current) {
+        setWindowModality(Qt::WindowModal);
         const QString noun = QLatin1String(kindInfo(kind).one);
         const QString title = noun.left(1).toUpper() + noun.mid(1);
         setObjectName(QStringLiteral("formPick") + title);
@@ -119,6 +122,7 @@ public:
         search_->setFocus();
     }
     std::optional<std::int32_t> picked() const { return picked_; }
+    std::shared_ptr<WorldNames> keep; // the world of a list shown without waiting
 
 protected:
     // Up, Down and the page keys in the search field move through the list;
@@ -182,6 +186,50 @@ std::optional<std::int32_t> pickRecord(QWidget* parent, WorldNames& names, World
     RecordPick pick(parent, names, kind, current);
     pick.exec();
     return pick.picked();
+}
+
+void showRecordPick(QWidget* parent, std::shared_ptr<WorldNames> names, WorldKind kind,
+                    std::int32_t current, std::function<void(std::int32_t)> picked) {
+    auto* pick = new RecordPick(parent, *names, kind, current);
+    pick->keep = std::move(names);
+    pick->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(pick, &QDialog::accepted, pick, [pick, picked] {
+        if (pick->picked())
+            picked(*pick->picked());
+    });
+    pick->open();
+}
+
+RecordPickButton::RecordPickButton(QLineEdit* field, WorldKind kind, QWidget* parent)
+    : QPushButton(QStringLiteral("..."), parent), field_(field), kind_(kind) {
+    setAutoDefault(false);
+    setToolTip(QStringLiteral("Pick a %1 of the world").arg(QLatin1String(kindInfo(kind).one)));
+    setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("...")) + 16);
+    setEnabled(field_->isEnabled());
+    field_->installEventFilter(this);
+    connect(this, &QPushButton::clicked, this, &RecordPickButton::pick);
+}
+
+bool RecordPickButton::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == field_ && event->type() == QEvent::EnabledChange)
+        setEnabled(field_->isEnabled());
+    return false;
+}
+
+void RecordPickButton::pick() {
+    if (!names_ || !field_->isEnabled())
+        return;
+    bool number = false;
+    const int current = field_->text().trimmed().toInt(&number);
+    QPointer<QLineEdit> field = field_;
+    showRecordPick(window(), names_, kind_, number ? current : -1, [field](std::int32_t vnum) {
+        // As typed, so that the window's handlers of an edit run.
+        if (field) {
+            field->setFocus();
+            field->selectAll();
+            field->insert(QString::number(vnum));
+        }
+    });
 }
 
 } // namespace marl

@@ -12,6 +12,11 @@
 #include "widgets/qt_text.h"
 #include "world/zone.h"
 
+#ifdef __linux__
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
+
 namespace fs = std::filesystem;
 
 namespace marl {
@@ -49,6 +54,15 @@ std::set<QThread*>& readers() {
 void waitForReaders() {
     for (QThread* thread : readers())
         thread->wait();
+}
+
+// The reading yields to the window (and its first paint) on a busy machine
+// without waiting for it to be idle.  Elsewhere LowPriority does this; on
+// Linux a thread's niceness does, and the threads loadWorld starts inherit it.
+void lowerPriority() {
+#ifdef __linux__
+    setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), 5);
+#endif
 }
 
 bool lessByVNum(const WorldRecord& a, const WorldRecord& b) {
@@ -121,6 +135,7 @@ void WorldNames::reload() {
     ready_ = false;
     auto result = std::make_shared<std::shared_ptr<const Loaded>>();
     QThread* thread = QThread::create([result, folder = folder_, zones = zones_] {
+        lowerPriority();
         try {
             *result = loadNames(folder, zones);
         } catch (const std::exception&) { // memory ran out: no names

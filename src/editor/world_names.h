@@ -15,6 +15,7 @@
 #include <QObject>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -100,5 +101,10 @@ private:
 // the chosen VNum, or nothing when the builder cancels.
 std::optional<std::int32_t> pickRecord(QWidget* parent, WorldNames& names, WorldKind kind,
                                        std::int32_t current);
+// The same list without waiting for it: modal to `parent`'s window, it runs
+// `picked` with the VNum chosen and deletes itself when it closes.  The
+// editors' buttons use this one, so that nothing holds up their event loop.
+void showRecordPick(QWidget* parent, std::shared_ptr<WorldNames> names, WorldKind kind,
+                    std::int32_t current, std::function<void(std::int32_t)> picked);
 
 } // namespace marl

@@ -152,6 +152,7 @@ void FormObject::onValues() {
     if (!buttonValues_->isEnabled())
         return;
     auto* dialog = new FormObjectValues(*this, host().prompts());
+    dialog->setWorld(worldNames());
     dialog->SetupForm(shownRecord(), CurrentType());
     showDialog(dialog);
 }

@@ -5,6 +5,7 @@
 #include <QGroupBox>
 #include <QPushButton>
 
+#include "editor/world_names.h"
 #include "objects/form_object_container_state.h"
 #include "objects/form_object_pick_list.h"
 #include "objects/format/object_checks.h"
@@ -21,6 +22,14 @@ void FormObjectValues::SetupForm(Shown<ObjectRecord> object, int type) {
     type_ = type;
     ParseValues(type);
     changed_ = false;
+}
+
+void FormObjectValues::setWorld(std::shared_ptr<WorldNames> names) {
+    world_ = std::move(names);
+    for (GroupControls& group : groups_)
+        for (VNumNameLabel* label : group.names)
+            if (label)
+                label->setNames(world_);
 }
 
 void FormObjectValues::ParseValues(int type) {
@@ -154,6 +163,17 @@ void FormObjectValues::onPick(std::size_t value) {
     NumericField& field = *shown_->fields[value];
     const ValuePicker picker = group_->values[value].picker;
     const std::optional<std::int32_t> number = fieldNumber(&field);
+    if (picker == ValuePicker::WorldObject) {
+        if (!world_)
+            return;
+        showRecordPick(this, world_, WorldKind::Object, number.value_or(-1),
+                       [this, &field](std::int32_t vnum) {
+                           field.setFocus();
+                           field.selectAll();
+                           field.insert(QString::number(vnum));
+                       });
+        return;
+    }
     if (picker == ValuePicker::ContainerState) {
         auto* dialog = new FormObjectContainerState(*this, prompts_, field);
         dialog->SetupForm(number.value_or(0));

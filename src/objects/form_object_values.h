@@ -4,6 +4,7 @@
 // container-state dialog it opens and waits for.
 
 #include <array>
+#include <memory>
 #include <optional>
 
 #include "editor/dialog_waiter.h"
@@ -19,6 +20,8 @@ namespace marl {
 
 class NumericField;
 class Prompts;
+class VNumNameLabel;
+class WorldNames;
 
 class FormObjectValues : public OwnedDialog, public DialogOwner {
     Q_OBJECT
@@ -27,6 +30,8 @@ public:
 
     // Shows the values of the object shown in the group of `type`.
     void SetupForm(Shown<ObjectRecord> object, int type);
+    // The world the key's name and pick list come from.
+    void setWorld(std::shared_ptr<WorldNames> names);
     // Empties the fields and boxes of the group shown.
     void ClearAll() override;
     // A pick list or the container state handed back a changed number.
@@ -49,6 +54,7 @@ private:
         std::array<QWidget*, kObjectValues> captions{}; // a label or a button
         std::array<NumericField*, kObjectValues> fields{};
         std::array<QCheckBox*, kObjectValues> boxes{};
+        std::array<VNumNameLabel*, kObjectValues> names{}; // a VNum's record
     };
 
     // Layout: one group's frame and controls.
@@ -73,6 +79,7 @@ private:
     QCheckBox* checkEternal_ = nullptr;
     NumericField* textLightDuration_ = nullptr; // the field the Eternal box sets
     DialogWaiter pickers_{*this};
+    std::shared_ptr<WorldNames> world_;
 };
 
 } // namespace marl

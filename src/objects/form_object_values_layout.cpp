@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 #include <string_view>
 
+#include "editor/world_names.h"
 #include "objects/form_object_values.h"
 #include "widgets/qt_widgets.h"
 #include "widgets/vocab_controls.h"
@@ -29,13 +30,14 @@ struct ControlKey {
     std::string_view control;
     char key;
 };
-constexpr std::array<ControlKey, 10> kControlKeys = {{
+constexpr std::array<ControlKey, 11> kControlKeys = {{
     {"buttonScrollPotionS1", '1'},
     {"buttonScrollPotionS2", '2'},
     {"buttonScrollPotionS3", '3'},
     {"buttonWandStaffSpell", 's'},
     {"buttonWeaponType", 't'},
     {"buttonContainerState", 's'},
+    {"buttonContainerKey", 'k'},
     {"buttonDrinkConFountainLiquid", 'i'},
     {"checkDrinkConFountainPoisoned", 'p'},
     {"checkFoodPoisoned", 'p'},
@@ -140,7 +142,13 @@ void FormObjectValues::buildGroup(std::size_t index) {
                 label = push;
             }
             rows->addWidget(label, row, 0);
-            rows->addWidget(field, row++, 1);
+            rows->addWidget(field, row, 1);
+            if (value.picker == ValuePicker::WorldObject) {
+                group.names[v] = new VNumNameLabel(field, WorldKind::Object, nullptr, group.frame);
+                group.names[v]->setObjectName(QString::fromLatin1(value.control) + "Name");
+                rows->addWidget(group.names[v], row, 2);
+            }
+            ++row;
             group.captions[v] = label;
             group.fields[v] = field;
             connect(field, &QLineEdit::textChanged, this, [this] { changed_ = true; });

@@ -17,8 +17,9 @@ namespace marl {
 
 extern const DialogText kObjectValuesDialog;
 
-// What a button beside a values field opens.
-enum class ValuePicker { None, Spells, Liquids, WeaponTypes, ContainerState };
+// What a button beside a values field opens: a pick list, the container
+// state, or the objects of the world (a key), whose name the field shows.
+enum class ValuePicker { None, Spells, Liquids, WeaponTypes, ContainerState, WorldObject };
 
 enum class ValueKind {
     Stored0,  // no field: written as 0

@@ -207,6 +207,7 @@ void FormRoom::onDestinationEdited(int slot) {
 void FormRoom::onExitButton(int slot) {
     doorExit_ = slot;
     auto* door = new FormRoomDoor(*this, host().prompts());
+    door->setWorld(worldNames());
     door->SetupForm(Shown<ExitRecord>([this, slot]() -> ExitRecord& {
                         return shown().Exits[static_cast<std::size_t>(slot)];
                     }),

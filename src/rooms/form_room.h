@@ -21,7 +21,9 @@ namespace marl {
 class FlagGrid;
 class NumericField;
 class OptionGroup;
+class RecordPickButton;
 class TildeTextEdit;
+class VNumNameLabel;
 
 class FormRoom : public KindEditor<RoomKind> {
     Q_OBJECT
@@ -42,6 +44,7 @@ protected:
     void clearFields() override;
     void storeRecord() override;
     bool checkFields() override;
+    void worldOpened() override;
 
 private:
     // Layout (form_room_layout.cpp).
@@ -72,6 +75,8 @@ private:
     std::array<QCheckBox*, kExitSlots> exitChecks_{};
     std::array<NumericField*, kExitSlots> exitFields_{};
     std::array<QPushButton*, kExitSlots> exitButtons_{};
+    std::array<RecordPickButton*, kExitSlots> exitPicks_{};
+    std::array<VNumNameLabel*, kExitSlots> exitNames_{};
     FlagGrid* flags_ = nullptr;
     QPushButton* buttonClearExits_ = nullptr;
     QPushButton* buttonClearBits_ = nullptr;

@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "editor/record_pick.h"
+#include "editor/world_names.h"
 #include "rooms/format/room_record.h"
 #include "widgets/prompts.h"
 #include "widgets/qt_text.h"
@@ -57,15 +59,20 @@ void FormRoomDoor::buildLayout() {
     auto* lblTo = named(new QLabel(QStringLiteral("to"), exitFrame), "lblTo");
     textToVNum_ = named(new NumericField(kVNumRule, exitFrame), "textToVNum");
     textToVNum_->setFixedWidth(widthForColumns(textToVNum_, 7));
+    buttonPickTo_ =
+        named(new RecordPickButton(textToVNum_, WorldKind::Room, exitFrame), "buttonPickTo");
     checkNowhere_ =
         named(new AccessCheckBox(QStringLiteral("Nowhere"), u'w', exitFrame), "checkNowhere");
+    nameTo_ =
+        named(new VNumNameLabel(textToVNum_, WorldKind::Room, nullptr, exitFrame), "lblToName");
     auto* exitLayout = new QHBoxLayout(exitFrame);
     exitLayout->addWidget(textFromVNum_);
     exitLayout->addWidget(textDirection_);
     exitLayout->addWidget(lblTo);
     exitLayout->addWidget(textToVNum_);
+    exitLayout->addWidget(buttonPickTo_);
     exitLayout->addWidget(checkNowhere_);
-    exitLayout->addStretch();
+    exitLayout->addWidget(nameTo_, 1);
 
     auto* doorFrame = frame(this, "frameDoorFlag", "Door Flag");
     optionNormal_ =
@@ -87,10 +94,16 @@ void FormRoomDoor::buildLayout() {
     checkNoKey_ = named(new AccessCheckBox(QStringLiteral("No Key"), u'k', keyFrame), "checkNoKey");
     textKeyVNum_->setEnabled(false);
     checkNoKey_->setEnabled(false);
-    auto* keyLayout = new QHBoxLayout(keyFrame);
-    keyLayout->addWidget(textKeyVNum_);
-    keyLayout->addWidget(checkNoKey_);
-    keyLayout->addStretch();
+    buttonPickKey_ =
+        named(new RecordPickButton(textKeyVNum_, WorldKind::Object, keyFrame), "buttonPickKey");
+    nameKey_ =
+        named(new VNumNameLabel(textKeyVNum_, WorldKind::Object, nullptr, keyFrame), "lblKeyName");
+    auto* keyLayout = new QGridLayout(keyFrame);
+    keyLayout->addWidget(textKeyVNum_, 0, 0);
+    keyLayout->addWidget(buttonPickKey_, 0, 1);
+    keyLayout->addWidget(checkNoKey_, 0, 2);
+    keyLayout->addWidget(nameKey_, 1, 0, 1, 4);
+    keyLayout->setColumnStretch(3, 1);
 
     auto* keywordFrame = frame(this, "frameKeyword", "Keyword List");
     textKeywords_ = named(new QLineEdit(keywordFrame), "textKeywords");
@@ -119,9 +132,9 @@ void FormRoomDoor::buildLayout() {
     layout->addWidget(descFrame, 1);
     layout->addLayout(commands);
 
-    tabChain({textToVNum_, checkNowhere_, optionNormal_, optionDoor_, optionPickProof_,
-              textKeyVNum_, checkNoKey_, textKeywords_, textDesc_, buttonClearAll_, buttonCancel_,
-              buttonDone_});
+    tabChain({textToVNum_, buttonPickTo_, checkNowhere_, optionNormal_, optionDoor_,
+              optionPickProof_, textKeyVNum_, buttonPickKey_, checkNoKey_, textKeywords_, textDesc_,
+              buttonClearAll_, buttonCancel_, buttonDone_});
 }
 
 void FormRoomDoor::connectHandlers() {
@@ -272,6 +285,13 @@ void FormRoomDoor::ClearAll() {
     checkNoKey_->setEnabled(false);
     textKeywords_->clear();
     textDesc_->clear();
+}
+
+void FormRoomDoor::setWorld(const std::shared_ptr<WorldNames>& names) {
+    buttonPickTo_->setNames(names);
+    buttonPickKey_->setNames(names);
+    nameTo_->setNames(names);
+    nameKey_->setNames(names);
 }
 
 } // namespace marl

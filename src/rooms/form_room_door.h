@@ -5,6 +5,7 @@
 // disabled, until it closes.
 
 #include <cstdint>
+#include <memory>
 
 #include "editor/owned_dialog.h"
 #include "editor/shown.h"
@@ -19,7 +20,10 @@ namespace marl {
 
 class NumericField;
 class Prompts;
+class RecordPickButton;
 class TildeTextEdit;
+class VNumNameLabel;
+class WorldNames;
 
 class FormRoomDoor : public OwnedDialog {
     Q_OBJECT
@@ -32,6 +36,8 @@ public:
     void SetupForm(Shown<ExitRecord> exit, int exitSlot, const QString& direction,
                    const QString& destination, const QString& fromVNum);
     void ClearAll() override;
+    // The world the destination's and key's names and pick lists come from.
+    void setWorld(const std::shared_ptr<WorldNames>& names);
 
 private:
     void buildLayout();
@@ -57,6 +63,10 @@ private:
     QCheckBox* checkNoKey_ = nullptr;
     QLineEdit* textKeywords_ = nullptr;
     TildeTextEdit* textDesc_ = nullptr;
+    RecordPickButton* buttonPickTo_ = nullptr;
+    RecordPickButton* buttonPickKey_ = nullptr;
+    VNumNameLabel* nameTo_ = nullptr;
+    VNumNameLabel* nameKey_ = nullptr;
 };
 
 } // namespace marl

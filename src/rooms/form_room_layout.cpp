@@ -16,6 +16,8 @@
 #include <QVBoxLayout>
 
 #include "editor/field_table.h"
+#include "editor/record_pick.h"
+#include "editor/world_names.h"
 #include "rooms/form_room.h"
 #include "widgets/qt_text.h"
 #include "widgets/qt_widgets.h"
@@ -80,15 +82,27 @@ void FormRoom::buildLayout() {
         door->setEnabled(false);
         door->setToolTip(
             QStringLiteral("Door properties of the %1 exit").arg(QString::fromLatin1(def.caption)));
+        const QString caption = QString::fromLatin1(def.caption);
+        auto* pick = new RecordPickButton(field, WorldKind::Room, exitsFrame);
+        pick->setObjectName("buttonPick" + caption);
+        auto* name = new VNumNameLabel(field, WorldKind::Room, nullptr, exitsFrame);
+        name->setObjectName("lbl" + caption + "Name");
+        // Room for most names at the window's least size; longer ones elide.
+        name->setMinimumWidth(QFontMetrics(name->font()).averageCharWidth() * 17);
         exitChecks_[def.slot] = check;
         exitFields_[def.slot] = field;
         exitButtons_[def.slot] = door;
+        exitPicks_[def.slot] = pick;
+        exitNames_[def.slot] = name;
         exitsLayout->addWidget(check, def.slot, 0);
         exitsLayout->addWidget(field, def.slot, 1);
-        exitsLayout->addWidget(door, def.slot, 2);
+        exitsLayout->addWidget(pick, def.slot, 2);
+        exitsLayout->addWidget(door, def.slot, 3);
+        exitsLayout->addWidget(name, def.slot, 4);
     }
+    exitsLayout->setColumnStretch(4, 1);
     buttonClearExits_ = button(exitsFrame, "buttonClearExits", "Clear Exits", 'i');
-    exitsLayout->addWidget(buttonClearExits_, kExitSlots, 0, 1, 3);
+    exitsLayout->addWidget(buttonClearExits_, kExitSlots, 0, 1, 4);
     exitsLayout->setRowStretch(kExitSlots + 1, 1);
 
     // Room flags in two columns.
@@ -102,8 +116,10 @@ void FormRoom::buildLayout() {
 
     auto* settings = new QHBoxLayout;
     settings->addWidget(sectorFrame);
-    settings->addWidget(exitsFrame);
-    settings->addWidget(bitsFrame, 1);
+    // The exits take the width the window has to spare: their destinations'
+    // names show beside them.
+    settings->addWidget(exitsFrame, 1);
+    settings->addWidget(bitsFrame);
 
     auto* right = new QVBoxLayout;
     right->addWidget(frames[1]);
@@ -125,13 +141,21 @@ void FormRoom::setTabOrderChain() {
     for (QRadioButton* option : sectors_->options())
         chain.append(option);
     for (int slot = 0; slot < kExitSlots; ++slot)
-        chain << exitChecks_[slot] << exitFields_[slot] << exitButtons_[slot];
+        chain << exitChecks_[slot] << exitFields_[slot] << exitPicks_[slot] << exitButtons_[slot];
     chain.append(buttonClearExits_);
     for (QCheckBox* check : flags_->boxes())
         chain.append(check);
     chain << buttonClearBits_ << buttonNew_ << buttonSave_ << buttonEdit_ << buttonDelete_
           << buttonExtraDescs_ << buttonClearAll_ << buttonCancel_ << buttonDone_ << listSelect_;
     tabChain(chain);
+}
+
+// The exits' names and pick lists come from the world of the file opened.
+void FormRoom::worldOpened() {
+    for (int slot = 0; slot < kExitSlots; ++slot) {
+        exitPicks_[slot]->setNames(worldNames());
+        exitNames_[slot]->setNames(worldNames());
+    }
 }
 
 } // namespace marl

@@ -4,6 +4,7 @@
 #include "test_main.h"
 
 #include "../kinds/sessions.h"
+#include "editor/record_pick.h"
 #include "editor/world_names.h"
 
 using namespace marl;
@@ -101,6 +102,105 @@ private slots:
         QCOMPARE(names->name(WorldKind::Room, 9501), std::optional<std::string>("Renamed"));
         QCOMPARE(names->listing(WorldKind::Room).size(), std::size_t(1));
         writeBytes(file("wld/95.wld"), smallZone());
+    }
+
+    // The fields that name another record, in the editors: the name beside
+    // each once the world is read, and as the builder types; the pick
+    // button's choice goes into the field.  The world: zone 95's rooms and
+    // objects.
+    void editors_data() {
+        QTest::addColumn<QString>("ext");
+        QTest::addColumn<QStringList>("open");
+        QTest::addColumn<QString>("label");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("pick");
+        QTest::addColumn<QString>("picked"); // typed in the search: one line left, double-clicked
+        QTest::addColumn<QString>("after");
+        const QStringList west{"listRoomSelect:dclick:1"},
+            door = west + QStringList{"buttonExitWest:click", ">formRoomDoor"};
+        QTest::newRow("room editor's exit") << ".wld" << west << "lblWestName"
+                                            << "The Kitchen"
+                                            << "textWestToVNum"
+                                            << "buttonPickWest"
+                                            << "landing"
+                                            << "The Landing";
+        QTest::newRow("exit window's destination") << ".wld" << door << "lblToName"
+                                                   << "The Kitchen"
+                                                   << "textToVNum"
+                                                   << "buttonPickTo"
+                                                   << "cottages"
+                                                   << "Reed Cottages";
+        QTest::newRow("exit window's key") << ".wld" << door << "lblKeyName"
+                                           << "no such object"
+                                           << "textKeyVNum"
+                                           << "buttonPickKey"
+                                           << "potion"
+                                           << "a green potion";
+        QTest::newRow("container's key")
+            << ".obj"
+            << QStringList{"listObjectSelect:dclick:1", "buttonValues:click", ">formObjectValues"}
+            << "textContainerKeyName"
+            << "no such object"
+            << "textContainerKey"
+            << "buttonContainerKey"
+            << "sword"
+            << "a long sword";
+    }
+    void editors() {
+        QFETCH(QString, ext);
+        QFETCH(QStringList, open);
+        QFETCH(QString, label);
+        QFETCH(QString, shown);
+        QFETCH(QString, field);
+        QFETCH(QString, pick);
+        QFETCH(QString, picked);
+        QFETCH(QString, after);
+        const auto check = [&](auto& s) {
+            writeBytes(s.host.path("95.wld"), smallZone());
+            writeBytes(s.host.path("95.obj"), smallObjects());
+            const auto names = WorldNames::forFile(s.filePath());
+            names->reload();
+            MARL_PLAY(s.playAll(open));
+            QWidget* window =
+                open.last().startsWith('>') ? topLevel(open.last().mid(1)) : s.editor.data();
+            auto* name = find<VNumNameLabel>(window, label);
+            QVERIFY(name && waitForNames(*names));
+            QCOMPARE(name->fullText(), shown);
+            QTest::keyClicks(find<QLineEdit>(window, field), "1");
+            QCOMPARE(name->fullText(),
+                     QString("no such ") + (label.contains("Key") ? "object" : "room"));
+            QTest::keyClick(find<QLineEdit>(window, field), Qt::Key_Backspace);
+            QCOMPARE(name->fullText(), shown);
+            find<QPushButton>(window, pick)->click();
+            auto* list = window->findChild<QDialog*>(label.contains("Key") ? "formPickObject"
+                                                                           : "formPickRoom");
+            QVERIFY(list && list->isVisible());
+            QTest::keyClicks(find<QLineEdit>(list, "textSearch"), picked);
+            auto* lines = find<QListView>(list, "listRecords");
+            const QPoint line = lines->visualRect(lines->model()->index(0, 0)).center();
+            QTest::mouseClick(lines->viewport(), Qt::LeftButton, {}, line);
+            QTest::mouseDClick(lines->viewport(), Qt::LeftButton, {}, line);
+            QCOMPARE(name->fullText(), after);
+        };
+        if (ext == ".wld") {
+            EditorSession s(smallZone());
+            check(s);
+        } else {
+            ObjectSession s(smallObjects());
+            check(s);
+        }
+    }
+
+    // A Save reads the world again: the name a room was saved under shows.
+    void saveReloads() {
+        EditorSession s(smallZone());
+        const auto names = WorldNames::forFile(s.filePath());
+        QVERIFY(waitForNames(*names));
+        MARL_PLAY(s.playAll({"listRoomSelect:dclick:2", "textName:erase", "textName:type:Larder",
+                             "yes", "buttonSave:click"}));
+        QVERIFY(waitForNames(*names));
+        QCOMPARE(names->name(WorldKind::Room, 9502), std::optional<std::string>("Larder"));
     }
 };
 

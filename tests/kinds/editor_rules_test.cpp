@@ -388,10 +388,13 @@ void EditorRulesTest::tabOrder_data() {
     QTest::addColumn<QStringList>("walk");
     QTest::newRow("room editor") << ".wld" << QStringList{"listRoomSelect:dclick:1"} << "textDesc"
         << QStringList{"optionSecTypeCity", "checkExitNorth", "checkExitSouth", "checkExitEast",
-                       "checkExitWest", "textWestToVNum", "buttonExitWest", "checkExitUp"};
+                       "checkExitWest", "textWestToVNum", "buttonPickWest", "buttonExitWest",
+                       "checkExitUp"};
     QTest::newRow("exit dialog: the selected door kind") << ".wld"
         << QStringList{"listRoomSelect:dclick:1", "buttonExitWest:click", ">formRoomDoor"}
-        << "textToVNum" << QStringList{"checkNowhere", "optionDoor", "textKeyVNum", "checkNoKey"};
+        << "textToVNum"
+        << QStringList{"buttonPickTo", "checkNowhere", "optionDoor", "textKeyVNum", "buttonPickKey",
+                       "checkNoKey"};
     // The temper options are one stop; each list's field, pick and commands
     // come before its list.
     QTest::newRow("shop editor") << ".shp" << QStringList{"listShopSelect:dclick:1",

@@ -24,6 +24,8 @@ private slots:
     void numberOrder();
     void newShopBoots_data();
     void newShopBoots();
+    void newFileIndex_data();
+    void newFileIndex();
 };
 
 namespace {
@@ -71,6 +73,12 @@ void inSession(const QString& kind, const std::string& file, int zone, Check che
         check(s);
     }
 }
+
+// What a new record of each kind needs typed before Save.
+const QMap<QString, QStringList> kNewRecordFields{
+    {"Room", {"textName:type:Quay"}},
+    {"Mobile", {"textAlias:type:rat", "textSDesc:type:a rat", "textLDesc:type:A rat."}},
+    {"Object", {"textAlias:type:bone", "textSDesc:type:a bone", "optionTrash:click"}}};
 
 std::string replaced(std::string text, const QStringList& pairs) {
     for (qsizetype i = 0; i + 1 < pairs.size(); i += 2) {
@@ -326,10 +334,7 @@ void EditorSavesTest::numberOrder_data() {
     QTest::addColumn<QString>("kind");
     QTest::addColumn<QStringList>("steps");
     QTest::addColumn<int>("vnum");
-    const QMap<QString, QStringList> fields{
-        {"Room", {"textName:type:Quay"}},
-        {"Mobile", {"textAlias:type:rat", "textSDesc:type:a rat", "textLDesc:type:A rat."}},
-        {"Object", {"textAlias:type:bone", "textSDesc:type:a bone", "optionTrash:click"}}};
+    const QMap<QString, QStringList>& fields = kNewRecordFields;
     const QMap<QString, std::pair<int, int>> free{
         {"Room", {3035, 3056}}, {"Mobile", {3050, 3011}}, {"Object", {3006, 3047}}};
     for (const KindRow& k : kKinds) {
@@ -414,6 +419,46 @@ void EditorSavesTest::newShopBoots() {
     ShopSession s(stock ? readBytes(corpusDir() + "/30.shp") : std::string(), 30);
     MARL_PLAY(s.playAll(steps));
     checkServerBoots(s.host.folder, 30);
+}
+
+void EditorSavesTest::newFileIndex_data() {
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("index");
+    QTest::addColumn<QString>("answer"); // to the question, none when nothing is asked
+    QTest::addColumn<QString>("after");
+    for (const KindRow& k : kKinds) {
+        const QString name = "95" + k.extension;
+        QTest::newRow(qPrintable(k.kind + ": Yes adds it before the $"))
+            << k.kind << "30.x\r\n$\r\n* old\r\n" << "yes"
+            << "30.x\r\n" + name + "\r\n$\r\n* old\r\n";
+        QTest::newRow(qPrintable(k.kind + ": No leaves the index"))
+            << k.kind << "30.x\n$\n" << "no" << "30.x\n$\n";
+        QTest::newRow(qPrintable(k.kind + ": listed, nothing asked"))
+            << k.kind << "30.x " + name + "\n$" << QString() << "30.x " + name + "\n$";
+    }
+}
+
+// A Save that creates a zone file in a folder whose index does not list
+// it asks to add it, so that the server loads it.
+void EditorSavesTest::newFileIndex() {
+    QFETCH(QString, kind);
+    QFETCH(QString, index);
+    QFETCH(QString, answer);
+    QFETCH(QString, after);
+    inSession(kind, {}, 95, [&](auto& s) {
+        writeBytes(s.host.path("index"), index.toStdString());
+        QStringList steps = QStringList{"textVNum:erase", "textVNum:type:9500"} +
+                            kNewRecordFields[kind] + QStringList{answer, "buttonSave:click"};
+        steps.removeAll(QString());
+        MARL_PLAY(s.playAll(steps));
+        QCOMPARE(s.host.script.records.size(), answer.isEmpty() ? 0 : 1);
+        if (!answer.isEmpty())
+            QCOMPARE(s.host.script.records[0].text,
+                     "Add 95" + kindRow(kind).extension +
+                         " to the world's index, so the server loads it?");
+        QCOMPARE(fromBytes(readBytes(s.host.path("index"))), after);
+        QVERIFY(QFile::exists(s.filePath()));
+    });
 }
 
 MARL_TEST_MAIN(EditorSavesTest)
