@@ -5,7 +5,8 @@
 #   make fuzz   each fuzz target for FUZZ_SECONDS (60) seconds; `make test` runs
 #               each briefly as a smoke run (fuzz/run smoke)
 #   make mutants  plant each fault of tools/mutants/faults.tsv and run the suite
-#   make bench  reading speed, and marl-check --world beside the server's boot
+#   make bench  reading speed, the zone editor's open and save, and
+#               marl-check --world beside the server's boot
 #   make package  a Debian package, marl_<version>_<arch>.deb, in this folder
 
 PACKAGES := cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools libgl-dev
@@ -60,6 +61,7 @@ fuzz: fuzz-build
 
 bench: build
 	./build/bench/marl-bench ../shared/corpus
+	./build/bench/zone-editor-bench ../shared/corpus/25.zon
 	./build/bench/world-bench ../shared/server/circle/lib/world build/marl-check \
 	  ../shared/server/boot-check build/bench-worlds
 

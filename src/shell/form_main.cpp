@@ -98,7 +98,8 @@ FormMain::FormMain(const QString& progDir, const QString& recentDir, Prompts& pr
     auto* central = new QWidget(this);
     auto* layout = new QVBoxLayout(central);
     auto* hint = new QLabel(
-        tr("Open a zone file from the Mobile, Room or Object menu, or start a new one."), central);
+        tr("Open a zone file from the Mobile, Room, Object or Zone menu, or start a new one."),
+        central);
     hint->setObjectName(QStringLiteral("labelHint"));
     hint->setWordWrap(true);
     hint->setAlignment(Qt::AlignCenter);
@@ -247,7 +248,7 @@ void FormMain::openFiles(const QStringList& paths) {
         const int kind = kindOfFile(file.fileName());
         if (kind < 0) {
             prompts_.tell(tr("%1 is not opened: Marl opens world files (*.wld), mobile files "
-                             "(*.mob) and object files (*.obj).")
+                             "(*.mob), object files (*.obj) and zone files (*.zon).")
                               .arg(file.fileName()));
             continue;
         }

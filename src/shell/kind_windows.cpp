@@ -8,6 +8,7 @@
 #include "objects/form_object.h"
 #include "rooms/form_room.h"
 #include "shell/form_main.h"
+#include "zones/form_zone.h"
 
 namespace marl {
 

@@ -11,6 +11,7 @@
 #include "objects/form_object.h"
 #include "rooms/form_room.h"
 #include "script_player.h"
+#include "zones/form_zone.h"
 #include "widgets/qt_text.h"
 
 namespace marl::test {
@@ -146,5 +147,25 @@ struct Session : KindSession<Form> {
 using EditorSession = Session<FormRoom, RoomKind, roomsOf>;
 using MobileSession = Session<FormMobile, MobileKind, mobilesOf>;
 using ObjectSession = Session<FormObject, ObjectKind, objectsOf>;
+
+// The zone editor on zone 95's reset file (a new one without), beside the
+// example rooms, mobiles and objects whose names its lines show; "told" is
+// the lines of the last message that name a line of the file.
+struct ZoneSession : KindSession<FormZone> {
+    explicit ZoneSession(const std::string& file) : KindSession<FormZone>(file, 95, ".zon") {
+        for (const char* extension : {".wld", ".mob", ".obj"})
+            QFile::copy(examplesDir() + "/95" + extension, host.path(QString("95") + extension));
+        editor->worldNames()->reload();
+        QTRY_VERIFY(editor->worldNames()->isReady());
+        more = [this](const QString& name) -> std::optional<QString> {
+            if (name != "told")
+                return std::nullopt;
+            const QStringList lines = host.script.records.isEmpty()
+                                          ? QStringList()
+                                          : host.script.records.back().text.split('\n');
+            return lines.filter(QRegularExpression("^Line ")).join(" / ");
+        };
+    }
+};
 
 } // namespace marl::test

@@ -1,0 +1,123 @@
+// zone-editor-bench: how long the zone editor takes to open a zone's reset
+// file (to its table listed in words) and to save it after one command was
+// changed (Save's checks and warnings, the file written and read back, the
+// table listed again), on the real window offscreen, the names of the
+// world beside it loaded.
+//
+//   ./build/bench/zone-editor-bench ../shared/corpus/25.zon   (default file)
+
+#include <QApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <vector>
+
+#include "widgets/prompts.h"
+#include "zones/form_zone.h"
+
+using namespace marl;
+using Clock = std::chrono::steady_clock;
+
+namespace {
+
+// Answers every question with Yes and lets every message pass.
+class YesPrompts : public Prompts {
+public:
+    bool ask(const QString&, const QString&) override { return true; }
+    void tell(const QString& text, const QString&) override {
+        std::fprintf(stderr, "message: %s\n", qPrintable(text));
+    }
+};
+
+class BenchHost : public EditorHost {
+public:
+    explicit BenchHost(QString folder) : folder_(std::move(folder)) {}
+    QString fileDir() const override { return folder_; }
+    Prompts& prompts() override { return prompts_; }
+    void editorClosed() override {}
+
+private:
+    QString folder_;
+    YesPrompts prompts_;
+};
+
+double millis(Clock::duration d) {
+    return std::chrono::duration<double, std::milli>(d).count();
+}
+
+void report(const char* what, std::vector<double> times) {
+    std::sort(times.begin(), times.end());
+    std::printf("%-34s median %7.2f ms   best %7.2f ms   worst %7.2f ms   (%zu runs)\n", what,
+                times[times.size() / 2], times.front(), times.back(), times.size());
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    const QString source =
+        argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral(MARL_CORPUS_DIR "/25.zon");
+    const QFileInfo info(source);
+    const std::int32_t zone = info.baseName().toInt();
+    // The zone's world: its rooms, mobiles and objects beside it.
+    QTemporaryDir dir;
+    for (const char* extension : {".zon", ".wld", ".mob", ".obj"})
+        QFile::copy(info.path() + '/' + info.baseName() + extension,
+                    dir.filePath(info.baseName() + extension));
+    if (!QFile::exists(dir.filePath(info.fileName()))) {
+        std::fprintf(stderr, "cannot read %s\n", qPrintable(source));
+        return 1;
+    }
+    BenchHost host(dir.path() + '/');
+    constexpr int runs = 60;
+
+    std::vector<double> opening;
+    for (int run = 0; run < runs; ++run) {
+        auto* editor = new FormZone(host);
+        QString error;
+        const auto start = Clock::now();
+        if (!editor->openZone(zone, error)) {
+            std::fprintf(stderr, "%s\n", qPrintable(error));
+            return 1;
+        }
+        opening.push_back(millis(Clock::now() - start));
+        delete editor;
+    }
+
+    FormZone editor(host);
+    QString error;
+    editor.openZone(zone, error);
+    editor.show();
+    editor.worldNames()->waitReady();
+    QCoreApplication::processEvents();
+    auto* list = editor.findChild<QListWidget*>(QStringLiteral("listCommands"));
+    auto* max = editor.findChild<QLineEdit*>(QStringLiteral("textMaxExisting"));
+    auto* save = editor.findChild<QPushButton*>(QStringLiteral("buttonSave"));
+    std::vector<double> saving;
+    int command = 0;
+    for (int run = 0; run < runs; ++run) {
+        // The next command with a max existing: its count one more.
+        do
+            list->setCurrentRow(command++ % list->count());
+        while (max->isHidden());
+        max->setText(QString::number(max->text().toInt() + 1));
+        const auto start = Clock::now();
+        save->click();
+        saving.push_back(millis(Clock::now() - start));
+        if (editor.changed()) {
+            std::fprintf(stderr, "the save did not go through\n");
+            return 1;
+        }
+    }
+    std::printf("%s: %d lines\n", qPrintable(info.fileName()), editor.recordCount());
+    report("open to the table in words", opening);
+    report("save one command, file read back", saving);
+    return 0;
+}
