@@ -1,155 +1,229 @@
 #include "editor/world_names.h"
 
-#include <QDialog>
-#include <QDialogButtonBox>
+#include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QLineEdit>
-#include <QListWidget>
-#include <QPushButton>
-#include <QTimer>
-#include <QVBoxLayout>
+#include <QThread>
+#include <algorithm>
+#include <map>
+#include <string_view>
 
 #include "widgets/qt_text.h"
-#include "widgets/vocab_controls.h"
+#include "world/zone.h"
+
+namespace fs = std::filesystem;
 
 namespace marl {
 
+// A world read, with the records of the files' own zones its indexes do not
+// list (each kind's in VNum order).
+struct WorldNames::Loaded {
+    World world;
+    std::array<std::vector<WorldRecord>, kWorldKinds> own;
+};
+
+namespace {
+
+fs::path toPath(const QString& path) {
+#ifdef _WIN32
+    return fs::path(path.toStdWString());
+#else
+    return fs::path(QFile::encodeName(path).toStdString());
+#endif
+}
+
+// The worlds open now, by folder.
+std::map<fs::path, std::weak_ptr<WorldNames>>& openWorlds() {
+    static std::map<fs::path, std::weak_ptr<WorldNames>> worlds;
+    return worlds;
+}
+
+// The threads still reading a world, waited for as the application ends so
+// that none outlives what it reads with.
+std::set<QThread*>& readers() {
+    static std::set<QThread*> threads;
+    return threads;
+}
+
+void waitForReaders() {
+    for (QThread* thread : readers())
+        thread->wait();
+}
+
+bool lessByVNum(const WorldRecord& a, const WorldRecord& b) {
+    return a.vnum < b.vnum;
+}
+
+// Runs on a worker thread.
+std::shared_ptr<const WorldNames::Loaded> loadNames(const fs::path& folder,
+                                                    const std::set<std::int32_t>& zones) {
+    auto loaded = std::make_shared<WorldNames::Loaded>();
+    loaded->world = loadWorld(folder);
+    for (const WorldFile& index : loaded->world.files) {
+        if (!index.isIndex)
+            continue;
+        const WorldKindInfo& info = kindInfo(index.kind);
+        auto& own = loaded->own[static_cast<std::size_t>(index.kind)];
+        for (const std::int32_t zone : zones) {
+            const std::string name = zoneFileName(zone, info.extension);
+            if (std::find(index.unlisted.begin(), index.unlisted.end(), name) ==
+                index.unlisted.end())
+                continue;
+            std::vector<WorldRecord> records =
+                readWorldRecords(index.path.parent_path() / name, index.kind);
+            own.insert(own.end(), records.begin(), records.end());
+        }
+        std::stable_sort(own.begin(), own.end(), lessByVNum);
+    }
+    return loaded;
+}
+
+} // namespace
+
 std::shared_ptr<WorldNames> WorldNames::forFile(const QString& path) {
-    std::shared_ptr<WorldNames> names(new WorldNames(
-        worldFolderOf(std::filesystem::path(QFile::encodeName(path).toStdString()))));
-    names->start();
+    const fs::path file = toPath(QFileInfo(path).absoluteFilePath());
+    std::error_code ec;
+    fs::path folder = fs::weakly_canonical(worldFolderOf(file), ec);
+    if (ec)
+        folder = worldFolderOf(file);
+    const std::optional<std::int32_t> zone = zoneFromFileName(file.filename().string());
+
+    auto& worlds = openWorlds();
+    std::erase_if(worlds, [](const auto& entry) { return entry.second.expired(); });
+    if (auto it = worlds.find(folder); it != worlds.end()) {
+        std::shared_ptr<WorldNames> names = it->second.lock();
+        // Another zone of a world in the server's layout: its files may be
+        // missing from the indexes, so they are read with the world.
+        if (zone && names->addZone(*zone) && layoutOf(names->folder_) == WorldLayout::Server)
+            names->reload();
+        return names;
+    }
+    std::shared_ptr<WorldNames> names(new WorldNames(folder));
+    if (zone)
+        names->addZone(*zone);
+    worlds[folder] = names;
+    names->reload();
     return names;
 }
 
-WorldNames::WorldNames(std::filesystem::path folder) : folder_(std::move(folder)) {}
+WorldNames::WorldNames(fs::path folder) : folder_(std::move(folder)) {}
 
-WorldNames::~WorldNames() {
-    if (loading_.valid())
-        loading_.wait();
-}
+// A load under way finishes on its own and is dropped.
+WorldNames::~WorldNames() = default;
 
-void WorldNames::start() {
-    loading_ = std::async(std::launch::async, [folder = folder_] {
-        return std::shared_ptr<const World>(std::make_shared<World>(loadWorld(folder)));
-    });
-    // Polled from the window's thread, so that ready() comes there.
-    auto* poll = new QTimer(this);
-    poll->setInterval(5);
-    connect(poll, &QTimer::timeout, this, [this, poll] {
-        if (loading_.valid() &&
-            loading_.wait_for(std::chrono::seconds(0)) == std::future_status::ready) {
-            poll->deleteLater();
-            take();
-        }
-    });
-    poll->start();
-}
-
-void WorldNames::take() {
-    if (!loading_.valid())
-        return;
-    world_ = loading_.get();
-    emit ready();
-}
-
-void WorldNames::waitReady() {
-    if (!world_)
-        take();
+bool WorldNames::addZone(std::int32_t zone) {
+    return zones_.insert(zone).second;
 }
 
 void WorldNames::reload() {
-    waitReady();
-    world_.reset();
-    start();
+    const unsigned load = ++loads_;
+    ready_ = false;
+    auto result = std::make_shared<std::shared_ptr<const Loaded>>();
+    QThread* thread = QThread::create([result, folder = folder_, zones = zones_] {
+        try {
+            *result = loadNames(folder, zones);
+        } catch (const std::exception&) { // memory ran out: no names
+            *result = std::make_shared<Loaded>();
+        }
+    });
+    // The thread's end is handed to this object's thread, after the thread
+    // wrote its result.
+    connect(thread, &QThread::finished, this, [this, result, load] {
+        if (load != loads_)
+            return;
+        loaded_ = *result;
+        ready_ = true;
+        emit ready();
+    });
+    connect(thread, &QThread::finished, thread, &QObject::deleteLater);
+    static const bool waits = (qAddPostRoutine(waitForReaders), true);
+    (void)waits;
+    readers().insert(thread);
+    QObject::connect(thread, &QObject::destroyed, [thread] { readers().erase(thread); });
+    thread->start(QThread::LowPriority);
 }
 
 std::optional<std::string> WorldNames::name(WorldKind kind, std::int32_t vnum) const {
-    if (!world_)
+    if (!loaded_)
         return std::nullopt;
-    const WorldRecord* record = world_->find(kind, vnum);
-    return record ? std::optional<std::string>(record->name) : std::nullopt;
+    if (const WorldRecord* record = loaded_->world.find(kind, vnum))
+        return record->name;
+    const auto& own = loaded_->own[static_cast<std::size_t>(kind)];
+    const auto it =
+        std::lower_bound(own.begin(), own.end(), WorldRecord{vnum, 0, 0, {}}, lessByVNum);
+    if (it != own.end() && it->vnum == vnum)
+        return it->name;
+    return std::nullopt;
 }
 
 std::vector<std::pair<std::int32_t, std::string>> WorldNames::listing(WorldKind kind) const {
-    std::vector<std::pair<std::int32_t, std::string>> records;
-    if (world_)
-        for (const WorldRecord* record : world_->listing(kind))
-            records.emplace_back(record->vnum, record->name);
-    return records;
+    std::vector<std::pair<std::int32_t, std::string>> list;
+    if (!loaded_)
+        return list;
+    const std::vector<const WorldRecord*> world = loaded_->world.listing(kind);
+    const auto& own = loaded_->own[static_cast<std::size_t>(kind)];
+    list.reserve(world.size() + own.size());
+    auto w = world.begin();
+    auto o = own.begin();
+    while (w != world.end() || o != own.end()) {
+        const bool fromWorld = o == own.end() || (w != world.end() && (*w)->vnum <= o->vnum);
+        const WorldRecord& record = fromWorld ? **w++ : *o++;
+        list.emplace_back(record.vnum, record.name);
+    }
+    return list;
 }
 
-// ---- The label beside a VNum field -------------------------------------------
+// ---- The label beside a VNum field -----------------------------------------
 
 VNumNameLabel::VNumNameLabel(QLineEdit* field, WorldKind kind, std::shared_ptr<WorldNames> names,
                              QWidget* parent)
     : QLabel(parent), field_(field), kind_(kind) {
-    connect(field, &QLineEdit::textChanged, this, &VNumNameLabel::refresh);
+    setTextFormat(Qt::PlainText);
+    connect(field_, &QLineEdit::textChanged, this, &VNumNameLabel::update);
     setNames(std::move(names));
 }
 
 void VNumNameLabel::setNames(std::shared_ptr<WorldNames> names) {
-    disconnect(readyConnection_);
+    if (names_)
+        disconnect(names_.get(), nullptr, this, nullptr);
     names_ = std::move(names);
     if (names_)
-        readyConnection_ = connect(names_.get(), &WorldNames::ready, this, &VNumNameLabel::refresh);
-    refresh();
+        connect(names_.get(), &WorldNames::ready, this, &VNumNameLabel::update);
+    update();
 }
 
-void VNumNameLabel::setKind(WorldKind kind) {
-    kind_ = kind;
-    refresh();
-}
-
-void VNumNameLabel::refresh() {
-    const std::optional<std::int32_t> vnum = field_ ? fieldNumber(field_) : std::nullopt;
-    if (!vnum || !names_ || !names_->isReady()) {
-        clear();
-        return;
+void VNumNameLabel::update() {
+    QString shown;
+    bool number = false;
+    const int vnum = field_->text().trimmed().toInt(&number);
+    if (names_ && number && vnum >= 0) {
+        if (const std::optional<std::string> name = names_->name(kind_, vnum))
+            shown = fromBytes(*name);
+        else if (names_->hasWorld())
+            shown = QStringLiteral("no such %1").arg(QLatin1String(kindInfo(kind_).one));
     }
-    const std::optional<std::string> name = names_->name(kind_, *vnum);
-    setText(name ? fromBytes(*name)
-                 : QStringLiteral("no such %1").arg(QString::fromLatin1(kindInfo(kind_).one)));
+    full_ = shown;
+    setToolTip(shown);
+    elide();
 }
 
-// ---- The pick list -----------------------------------------------------------
+void VNumNameLabel::elide() {
+    setText(fontMetrics().elidedText(full_, Qt::ElideRight, std::max(0, contentsRect().width())));
+}
 
-std::optional<std::int32_t> pickRecord(QWidget* parent, WorldNames& names, WorldKind kind,
-                                       std::int32_t current) {
-    names.waitReady();
-    QDialog dialog(parent);
-    const QString one = QString::fromLatin1(kindInfo(kind).one);
-    dialog.setObjectName(QStringLiteral("formPickRecord"));
-    dialog.setWindowTitle(QStringLiteral("Pick a %1").arg(one));
-    auto* search = new QLineEdit(&dialog);
-    search->setObjectName(QStringLiteral("textSearch"));
-    search->setPlaceholderText(QStringLiteral("Type part of a VNum or name"));
-    auto* list = new QListWidget(&dialog);
-    list->setObjectName(QStringLiteral("listRecords"));
-    const auto records = names.listing(kind);
-    for (const auto& [vnum, name] : records) {
-        auto* item = new QListWidgetItem(QString::number(vnum) + "  " + fromBytes(name), list);
-        item->setData(Qt::UserRole, vnum);
-        if (vnum == current)
-            list->setCurrentItem(item);
-    }
-    QObject::connect(search, &QLineEdit::textChanged, list, [list](const QString& text) {
-        for (int row = 0; row < list->count(); ++row)
-            list->item(row)->setHidden(
-                !list->item(row)->text().contains(text, Qt::CaseInsensitive));
-    });
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
-    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
-    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
-    QObject::connect(list, &QListWidget::itemDoubleClicked, &dialog, &QDialog::accept);
-    auto* layout = new QVBoxLayout(&dialog);
-    layout->addWidget(search);
-    layout->addWidget(list);
-    layout->addWidget(buttons);
-    dialog.resize(420, 480);
-    if (dialog.exec() != QDialog::Accepted || !list->currentItem() ||
-        list->currentItem()->isHidden())
-        return std::nullopt;
-    return list->currentItem()->data(Qt::UserRole).toInt();
+void VNumNameLabel::resizeEvent(QResizeEvent* event) {
+    QLabel::resizeEvent(event);
+    elide();
+}
+
+// The label takes the room its layout gives it and never widens a window.
+QSize VNumNameLabel::sizeHint() const {
+    return {fontMetrics().averageCharWidth() * 24, fontMetrics().height()};
+}
+
+QSize VNumNameLabel::minimumSizeHint() const {
+    return {fontMetrics().averageCharWidth() * 4, fontMetrics().height()};
 }
 
 } // namespace marl

@@ -437,4 +437,17 @@ World loadWorld(const fs::path& folder, std::string_view shown) {
     return world;
 }
 
+std::vector<WorldRecord> readWorldRecords(const fs::path& path, WorldKind kind) {
+    WorldFile file;
+    file.path = path;
+    file.kind = kind;
+    FileContents contents;
+    try {
+        readFileOfKind(file, 0, contents);
+    } catch (const std::exception&) { // memory ran out
+        return {};
+    }
+    return std::move(contents.records);
+}
+
 } // namespace marl

@@ -162,4 +162,9 @@ std::filesystem::path worldFolderOf(const std::filesystem::path& zoneFile);
 // `shown` is the folder as reports name it (its path when empty).
 World loadWorld(const std::filesystem::path& folder, std::string_view shown = {});
 
+// The records of one zone file of a kind, read as loadWorld reads them, for
+// a file its world does not load (a new zone its index does not list yet).
+// Their `file` is 0.  Empty when the file cannot be read.
+std::vector<WorldRecord> readWorldRecords(const std::filesystem::path& file, WorldKind kind);
+
 } // namespace marl

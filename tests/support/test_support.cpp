@@ -3,6 +3,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QTest>
+
+#include "editor/world_names.h"
 
 namespace marl::test {
 
@@ -82,6 +85,10 @@ std::string lf(std::initializer_list<std::string_view> lines) {
         out += '\n';
     }
     return out;
+}
+
+bool waitForNames(WorldNames& names) {
+    return QTest::qWaitFor([&] { return names.isReady(); }, 20000);
 }
 
 } // namespace marl::test

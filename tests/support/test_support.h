@@ -12,6 +12,10 @@
 #include "shell/file_chooser.h"
 #include "widgets/prompts.h"
 
+namespace marl {
+class WorldNames;
+}
+
 namespace marl::test {
 
 struct PromptRecord {
@@ -63,6 +67,10 @@ QStringList corpusFiles(const QString& extension);  // full paths, sorted
 
 // The project's own example zone files.
 QString examplesDir();
+
+// Waits until the world's names are loaded (a reload included); false
+// when they are not within a few seconds.
+bool waitForNames(WorldNames& names);
 
 // Lines each ended by LF.
 std::string lf(std::initializer_list<std::string_view> lines);
