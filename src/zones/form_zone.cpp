@@ -2,12 +2,14 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEventLoop>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QShortcut>
+#include <QTimer>
 
 #include "kinds/zone_kind.h"
 #include "widgets/qt_text.h"
@@ -414,10 +416,19 @@ bool FormZone::refused() {
 }
 
 bool FormZone::warnedAndAsked() {
-    names_->waitReady();
-    if (!names_->world())
+    if (!names_->hasWorld()) {
+        // The world is still loading: its names are what the warnings need.
+        QEventLoop wait;
+        connect(names_.get(), &WorldNames::ready, &wait, &QEventLoop::quit);
+        QTimer::singleShot(10000, &wait, &QEventLoop::quit);
+        wait.exec();
+    }
+    const World* world = names_->world();
+    if (!world)
         return true;
-    const std::vector<ZoneProblem> warnings = zoneWarnings(zone(), *names_->world());
+    const std::vector<ZoneProblem> warnings = zoneWarnings(
+        zone(), [this](WorldKind kind, std::int32_t vnum) { return names_->name(kind, vnum); },
+        *world);
     if (warnings.empty())
         return true;
     return host().prompts().ask(
@@ -438,9 +449,11 @@ void FormZone::onSave() {
         return;
     states_.assign(zone().Commands.size(), LineState{});
     headerMissing_ = {};
+    // The file read back holds what the window showed: only lines whose
+    // words differ are set again.
     filling([&] {
         showHeader();
-        fillList();
+        refreshLines();
         select(std::min(shown, int(zone().Commands.size()) - 1));
     });
     buttonSave_->setEnabled(false);

@@ -18,7 +18,8 @@ std::string lowered(std::string text) {
 
 } // namespace
 
-std::vector<ZoneProblem> zoneWarnings(const ZoneRecord& zone, const World& world) {
+std::vector<ZoneProblem> zoneWarnings(const ZoneRecord& zone, const NameLookup& names,
+                                      const World& world) {
     std::vector<ZoneProblem> found;
     std::set<std::pair<std::int32_t, int>> exits; // (room VNum, direction)
     for (const WorldExit& exit : world.exits)
@@ -30,7 +31,7 @@ std::vector<ZoneProblem> zoneWarnings(const ZoneRecord& zone, const World& world
     for (const ZoneCommand& command : zone.Commands) {
         const auto warn = [&](std::string text) { found.push_back({line, std::move(text)}); };
         const auto look = [&](WorldKind kind, std::int32_t vnum) {
-            if (world.complete(kind) && !world.find(kind, vnum))
+            if (world.complete(kind) && !names(kind, vnum))
                 warn("there is no " + std::string(kindInfo(kind).one) + " " + num(vnum) +
                      " in the world's files: the server disables the line");
         };

@@ -9,12 +9,15 @@
 
 #include "kinds/world_model.h"
 #include "zones/format/zone_record.h"
+#include "zones/zone_lines.h"
 
 namespace marl {
 
 // Each at its line of the file as it will be written (the zone's
-// `firstCommandLine` and on), in file order.  A kind the world did not read
-// whole is not looked up.
-std::vector<ZoneProblem> zoneWarnings(const ZoneRecord& zone, const World& world);
+// `firstCommandLine` and on), in file order.  Records are looked up by
+// `names`, a room's exits in `world`; a kind the world did not read whole
+// is not looked up.
+std::vector<ZoneProblem> zoneWarnings(const ZoneRecord& zone, const NameLookup& names,
+                                      const World& world);
 
 } // namespace marl

@@ -156,7 +156,7 @@ struct ZoneSession : KindSession<FormZone> {
         for (const char* extension : {".wld", ".mob", ".obj"})
             QFile::copy(examplesDir() + "/95" + extension, host.path(QString("95") + extension));
         editor->worldNames()->reload();
-        QTRY_VERIFY(editor->worldNames()->isReady());
+        QVERIFY(waitForNames(*editor->worldNames()));
         more = [this](const QString& name) -> std::optional<QString> {
             if (name != "told")
                 return std::nullopt;
