@@ -19,48 +19,13 @@
 #include <ctime>
 #include <vector>
 
-#include "widgets/prompts.h"
+#include "editor_bench.h"
 #include "world/zone_file.h"
 #include "zones/form_zone.h"
 #include "zones/format/zone_reset_file.h"
 
 using namespace marl;
-using Clock = std::chrono::steady_clock;
-
-namespace {
-
-// Answers every question with Yes and lets every message pass.
-class YesPrompts : public Prompts {
-public:
-    bool ask(const QString&, const QString&) override { return true; }
-    void tell(const QString& text, const QString&) override {
-        std::fprintf(stderr, "message: %s\n", qPrintable(text));
-    }
-};
-
-class BenchHost : public EditorHost {
-public:
-    explicit BenchHost(QString folder) : folder_(std::move(folder)) {}
-    QString fileDir() const override { return folder_; }
-    Prompts& prompts() override { return prompts_; }
-    void editorClosed() override {}
-
-private:
-    QString folder_;
-    YesPrompts prompts_;
-};
-
-double millis(Clock::duration d) {
-    return std::chrono::duration<double, std::milli>(d).count();
-}
-
-void report(const char* what, std::vector<double> times) {
-    std::sort(times.begin(), times.end());
-    std::printf("%-34s median %7.2f ms   best %7.2f ms   worst %7.2f ms   (%zu runs)\n", what,
-                times[times.size() / 2], times.front(), times.back(), times.size());
-}
-
-} // namespace
+using namespace marl::bench;
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");

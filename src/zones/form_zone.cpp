@@ -87,7 +87,11 @@ void FormZone::showOpenedFile() {
 void FormZone::showHeader() {
     showing_ = true;
     const ZoneRecord& z = zone();
-    labelZone_->setText(QStringLiteral("Zone %1").arg(z.Number));
+    // The zone is the file name's; a header that says otherwise is kept.
+    labelZone_->setText(
+        z.Number == zoneNumber()
+            ? QStringLiteral("Zone %1").arg(z.Number)
+            : QStringLiteral("Zone %1 (its header says #%2)").arg(zoneNumber()).arg(z.Number));
     textName_->setText(fromBytes(z.Name));
     textBottom_->setText(z.NoBottom ? QString() : QString::number(z.Bottom));
     textBottom_->setEnabled(!z.NoBottom);

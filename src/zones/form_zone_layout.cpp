@@ -126,7 +126,10 @@ void FormZone::buildLayout() {
         }
         row.field->setObjectName(QString::fromLatin1(def.control));
         row.label = caption(frame, def.caption, row.field);
-        fields->addWidget(row.label, gridRow, 0, Qt::AlignTop);
+        // A caption stands level with its field, or with the first row of
+        // its options.
+        const bool options = def.kind == ArgKind::Direction || def.kind == ArgKind::DoorState;
+        fields->addWidget(row.label, gridRow, 0, options ? Qt::AlignTop : Qt::AlignVCenter);
         if (def.kind == ArgKind::Record) {
             auto* line = new QHBoxLayout;
             line->addWidget(row.field);
