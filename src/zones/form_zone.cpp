@@ -325,7 +325,6 @@ void FormZone::pick(const ArgRow& row) {
 void FormZone::insertAt(int at) {
     ZoneCommand command;
     command.Command = 'M';
-    command.Source.clear();
     auto& commands = zoneDocument().zone().Commands;
     commands.insert(commands.begin() + at, command);
     LineState state;

@@ -101,6 +101,7 @@ private slots:
             {"a mobile file", "30.mob", {"formMobile 3000"}, none, none},
             {"an object file", "30.obj", {"formObject 3000"}, none, none},
             {"a zone file", "30.zon", {"formZone 3000"}, none, none},
+            {"a new zone file", "31.zon", {"formZone 3100"}, none, none, {"New"}},
             {"a new world file", "31.wld", {"formRoom 3100"}, none, {"31.wld"}, {"New"}},
             {"one of each kind", "30.mob 95.wld 30.obj", {"formMobile 3000", "formObject 3000", "formRoom 9500"}, none, {"95.wld"}, {"line", "drop"}},
             {"two world files", "95.wld 96.wld", room, {"96.wld is not opened: the room editor opens one file at a time."}, {"95.wld"}, {"line", "drop"}},
