@@ -26,7 +26,10 @@ std::string lowered(std::string text) {
 
 std::string namedVNum(const NameLookup& names, WorldKind kind, std::int32_t vnum,
                       std::int32_t zone) {
-    const std::optional<std::string> name = names ? names(kind, vnum) : std::nullopt;
+    // Without names (the world still loading) the number stands alone.
+    if (!names)
+        return num(vnum);
+    const std::optional<std::string> name = names(kind, vnum);
     return num(vnum) + " " + (name ? *name : "(not in zone " + num(zone) + ")");
 }
 

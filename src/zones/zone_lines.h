@@ -19,7 +19,7 @@ namespace marl {
 using NameLookup = std::function<std::optional<std::string>(WorldKind, std::int32_t)>;
 
 // "3000 the wizard", or "3000 (not in zone 30)" for a VNum the lookup has
-// no record of.
+// no record of; "3000" without a lookup.
 std::string namedVNum(const NameLookup& names, WorldKind kind, std::int32_t vnum,
                       std::int32_t zone);
 
