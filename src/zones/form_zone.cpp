@@ -109,8 +109,12 @@ void FormZone::fillList() {
     const NameLookup names = [this](WorldKind kind, std::int32_t vnum) {
         return names_->name(kind, vnum);
     };
+    const auto missing = [this](std::size_t line, int arg) {
+        return line < states_.size() && states_[line].missing[std::size_t(arg)];
+    };
     const bool loaded = names_ && names_->isReady();
-    const std::vector<std::string> words = zoneLines(zone(), loaded ? names : NameLookup{});
+    const std::vector<std::string> words =
+        zoneLines(zone(), loaded ? names : NameLookup{}, missing);
     for (std::size_t i = 0; i < words.size(); ++i) {
         auto* item = new QListWidgetItem(fromBytes(words[i]), listCommands_);
         // Comment lines stand apart from the commands.
@@ -123,8 +127,11 @@ void FormZone::refreshLines() {
     const NameLookup names = [this](WorldKind kind, std::int32_t vnum) {
         return names_->name(kind, vnum);
     };
+    const auto missing = [this](std::size_t line, int arg) {
+        return line < states_.size() && states_[line].missing[std::size_t(arg)];
+    };
     const std::vector<std::string> words =
-        zoneLines(zone(), names_ && names_->isReady() ? names : NameLookup{});
+        zoneLines(zone(), names_ && names_->isReady() ? names : NameLookup{}, missing);
     if (int(words.size()) != listCommands_->count()) {
         fillList();
         return;

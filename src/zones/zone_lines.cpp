@@ -47,36 +47,38 @@ std::pair<WorldKind, std::int32_t> namedRecord(const ZoneCommand& command) {
 }
 
 std::string commandWords(const ZoneCommand& command, const NameLookup& names, std::int32_t zone,
-                         bool indented) {
-    const auto named = [&](WorldKind kind, std::int32_t vnum) {
-        return namedVNum(names, kind, vnum, zone);
+                         bool indented, const ArgMissing& missing) {
+    const auto absent = [&](int arg) { return missing && missing(arg); };
+    // The record that argument `arg` names.
+    const auto named = [&](WorldKind kind, int arg) {
+        const std::int32_t vnum = arg == 1 ? command.Arg1 : arg == 2 ? command.Arg2 : command.Arg3;
+        return absent(arg) ? std::string("?") : namedVNum(names, kind, vnum, zone);
     };
-    const std::string max = " (max " + num(command.Arg2) + ")";
+    const std::string max = " (max " + (absent(2) ? std::string("?") : num(command.Arg2)) + ")";
     std::string line;
     switch (command.Command) {
     case kComment:
         return command.Comment;
     case 'M':
-        line = "Load mobile " + named(WorldKind::Mobile, command.Arg1) + max + " into " +
-               named(WorldKind::Room, command.Arg3);
+        line = "Load mobile " + named(WorldKind::Mobile, 1) + max + " into " +
+               named(WorldKind::Room, 3);
         break;
     case 'O':
-        line = "Load object " + named(WorldKind::Object, command.Arg1) + max +
+        line = "Load object " + named(WorldKind::Object, 1) + max +
                (command.Arg3 == -1 ? std::string(" into no room")
-                                   : " into " + named(WorldKind::Room, command.Arg3));
+                                   : " into " + named(WorldKind::Room, 3));
         break;
     case 'G':
-        line = "give " + named(WorldKind::Object, command.Arg1) + max;
+        line = "give " + named(WorldKind::Object, 1) + max;
         break;
     case 'E': {
         const std::string where = captionOf(kWearPositions, command.Arg3);
-        line = "equip " + named(WorldKind::Object, command.Arg1) + max + " " +
+        line = "equip " + named(WorldKind::Object, 1) + max + " " +
                (where.empty() ? "at wear position " + num(command.Arg3) : where);
         break;
     }
     case 'P':
-        line = "put " + named(WorldKind::Object, command.Arg1) + max + " into " +
-               named(WorldKind::Object, command.Arg3);
+        line = "put " + named(WorldKind::Object, 1) + max + " into " + named(WorldKind::Object, 3);
         break;
     case 'D': {
         const char* action = command.Arg3 == 0   ? "Open door "
@@ -85,14 +87,14 @@ std::string commandWords(const ZoneCommand& command, const NameLookup& names, st
                                                  : "Set door ";
         const std::string way = captionOf(kZoneDirections, command.Arg2);
         line = action + (way.empty() ? "in direction " + num(command.Arg2) : lowered(way)) +
-               " of " + named(WorldKind::Room, command.Arg1);
+               " of " + named(WorldKind::Room, 1);
         if (command.Arg3 < 0 || command.Arg3 > 2)
             line += " to state " + num(command.Arg3);
         break;
     }
     case 'R':
-        line = "Remove object " + named(WorldKind::Object, command.Arg2) + " from " +
-               named(WorldKind::Room, command.Arg1);
+        line =
+            "Remove object " + named(WorldKind::Object, 2) + " from " + named(WorldKind::Room, 1);
         break;
     default:
         line = std::string(1, command.Command);
@@ -105,7 +107,8 @@ std::string commandWords(const ZoneCommand& command, const NameLookup& names, st
     return (indented ? "    " : "") + line;
 }
 
-std::vector<std::string> zoneLines(const ZoneRecord& zone, const NameLookup& names) {
+std::vector<std::string> zoneLines(const ZoneRecord& zone, const NameLookup& names,
+                                   const std::function<bool(std::size_t, int)>& missing) {
     std::vector<std::string> lines;
     lines.reserve(zone.Commands.size());
     bool loaded = false; // an M or O before: G, E and P go under it
@@ -113,7 +116,10 @@ std::vector<std::string> zoneLines(const ZoneRecord& zone, const NameLookup& nam
         const char c = command.Command;
         loaded = loaded || c == 'M' || c == 'O';
         const bool under = loaded && (c == 'G' || c == 'E' || c == 'P');
-        lines.push_back(commandWords(command, names, zone.Number, under));
+        const std::size_t at = lines.size();
+        lines.push_back(
+            commandWords(command, names, zone.Number, under,
+                         missing ? [&](int arg) { return missing(at, arg); } : ArgMissing{}));
     }
     return lines;
 }

@@ -23,13 +23,18 @@ using NameLookup = std::function<std::optional<std::string>(WorldKind, std::int3
 std::string namedVNum(const NameLookup& names, WorldKind kind, std::int32_t vnum,
                       std::int32_t zone);
 
+// Whether argument 1-3 of a command is still to be typed: it reads "?".
+using ArgMissing = std::function<bool(int arg)>;
+
 // One line of the list for `command`; `indented` puts it under the mobile
 // or object before it.
 std::string commandWords(const ZoneCommand& command, const NameLookup& names, std::int32_t zone,
-                         bool indented);
+                         bool indented, const ArgMissing& missing = {});
 
-// Every command's line, in file order.
-std::vector<std::string> zoneLines(const ZoneRecord& zone, const NameLookup& names);
+// Every command's line, in file order; `missing` tells of the command at
+// an index.
+std::vector<std::string> zoneLines(const ZoneRecord& zone, const NameLookup& names,
+                                   const std::function<bool(std::size_t, int)>& missing = {});
 
 // The record a command is named after in its trailing comment when the
 // editor makes it: the mobile of an M, the object of O G E P, the room of

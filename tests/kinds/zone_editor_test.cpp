@@ -77,7 +77,7 @@ void ZoneEditorTest::script_data() {
         {"?!textBottom, textTop=9599", "textName:type:er", save, "?bytes=" + shown("#95|Older~|9599 30 2|S|$")});
     row("a new zone's header", "", {"?labelZone=Zone 95, textBottom=9500, textTop=9599, textName=, count=0, !buttonDelete"});
     // Save refuses what the server refuses, naming the line.
-    row("refused: a field left empty", "", {"buttonAdd:click", "ok", save,
+    row("refused: a field left empty", "", {"buttonAdd:click", "?listCommands=Load mobile ? (max ?) into ?", "ok", save,
         "?told=Line 4: M: the mobile is missing or not a number / Line 4: M: the room is missing or not a number / "
         "Line 4: M: the max existing is missing or not a number", "?changed=x"});
     row("refused: bottom above top", zone, {"textBottom:erase", "textBottom:type:9600", "ok", save,
