@@ -1,6 +1,7 @@
 #include "zones/form_zone.h"
 
 #include <QCheckBox>
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QEventLoop>
 #include <QFile>
@@ -382,6 +383,14 @@ void FormZone::onClearAll() {
     HasChanged();
 }
 
+// While Save waits for the world, the window stays.
+void FormZone::closeEvent(QCloseEvent* event) {
+    if (waiting_)
+        event->ignore();
+    else
+        EditorWindow::closeEvent(event);
+}
+
 // ---- Save ------------------------------------------------------------------------
 
 bool FormZone::refused() {
@@ -428,10 +437,15 @@ bool FormZone::refused() {
 bool FormZone::warnedAndAsked() {
     if (!names_->hasWorld()) {
         // The world is still loading: its names are what the warnings need.
+        // The window takes no input meanwhile.
         QEventLoop wait;
         connect(names_.get(), &WorldNames::ready, &wait, &QEventLoop::quit);
         QTimer::singleShot(10000, &wait, &QEventLoop::quit);
+        setEnabled(false);
+        waiting_ = true;
         wait.exec();
+        waiting_ = false;
+        setEnabled(true);
     }
     const World* world = names_->world();
     if (!world)

@@ -57,6 +57,7 @@ public:
 protected:
     void showNewFile(std::int32_t zone) override;
     void showOpenedFile() override;
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     // What the window keeps beside each command: the fields left empty or
@@ -102,6 +103,7 @@ private:
     std::array<bool, 3> headerMissing_{}; // bottom, top, lifespan
     int current_ = -1;
     bool showing_ = false; // the window fills its own fields
+    bool waiting_ = false; // Save waits for the world to load
 
     QLabel* labelZone_ = nullptr;
     QLineEdit* textName_ = nullptr;
