@@ -5,8 +5,9 @@
 #   make fuzz   each fuzz target for FUZZ_SECONDS (60) seconds; `make test` runs
 #               each briefly as a smoke run (fuzz/run smoke)
 #   make mutants  plant each fault of tools/mutants/faults.tsv and run the suite
-#   make bench  reading speed, marl-check --world beside the server's boot, and the
-#               room editor's first paint with a 100 x world read behind it
+#   make bench  reading speed, the zone editor's open and save, marl-check
+#               --world beside the server's boot, and the room editor's first
+#               paint with a 100 x world read behind it
 #   make package  a Debian package, marl_<version>_<arch>.deb, in this folder
 
 PACKAGES := cmake ninja-build g++ qt6-base-dev qt6-base-dev-tools libgl-dev
@@ -62,6 +63,7 @@ fuzz: fuzz-build
 bench: build
 	cmake --build --preset default --target bench/all -j $(JOBS)
 	./build/bench/marl-bench ../shared/corpus
+	./build/bench/zone-editor-bench ../shared/corpus/25.zon
 	./build/bench/world-bench ../shared/server/circle/lib/world build/marl-check \
 	  ../shared/server/boot-check build/bench-worlds
 	./build/bench/world-names-bench build/bench-worlds/x100

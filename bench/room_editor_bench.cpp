@@ -18,29 +18,13 @@
 #include <ctime>
 #include <vector>
 
+#include "editor_bench.h"
 #include "rooms/form_room.h"
 #include "rooms/format/room_file.h"
 #include "world/zone_file.h"
 
-#include "bench_host.h"
-
 using namespace marl;
-using bench::BenchHost;
-using Clock = std::chrono::steady_clock;
-
-namespace {
-
-double millis(Clock::duration d) {
-    return std::chrono::duration<double, std::milli>(d).count();
-}
-
-void report(const char* what, std::vector<double> times) {
-    std::sort(times.begin(), times.end());
-    std::printf("%-34s median %7.2f ms   best %7.2f ms   worst %7.2f ms   (%zu runs)\n", what,
-                times[times.size() / 2], times.front(), times.back(), times.size());
-}
-
-} // namespace
+using namespace marl::bench;
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -22,7 +22,7 @@
 #include "world/zone.h"
 #include "world/zone_file.h"
 
-#include "bench_host.h"
+#include "editor_bench.h"
 
 using namespace marl;
 using bench::BenchHost;

@@ -159,6 +159,10 @@ void WorldNames::reload() {
     thread->start(QThread::LowPriority);
 }
 
+const World* WorldNames::world() const {
+    return loaded_ ? &loaded_->world : nullptr;
+}
+
 std::optional<std::string> WorldNames::name(WorldKind kind, std::int32_t vnum) const {
     if (!loaded_)
         return std::nullopt;

@@ -47,6 +47,10 @@ public:
     std::vector<std::pair<std::int32_t, std::string>> listing(WorldKind kind) const;
     // Reads the world again: after a Save wrote a file of it.
     void reload();
+    // The world loaded (the one before a reload under way), or null: for
+    // what needs more than names, such as a room's exits.  Records of the
+    // file's own zone that the world's index does not list are not in it.
+    const World* world() const;
     const std::filesystem::path& folder() const { return folder_; }
     struct Loaded; // what one load read
 

@@ -1,13 +1,12 @@
 #pragma once
-// The zone kind: a zone's reset file (.zon).  No editor yet: its menu is
-// shown greyed.  Its window type joins this entry when it lands.
+// The zone kind: a zone's reset file (.zon), one ZoneRecord a file.
 
 #include "kinds/kind_info.h"
 
 namespace marl {
 
 struct ZoneKind {
-    using Window = void;
+    using Window = class FormZone;
     static constexpr KindInfo info = {4,
                                       "Zone",
                                       ".zon",
@@ -16,7 +15,9 @@ struct ZoneKind {
                                       "Open Zone File",
                                       "command",
                                       "commands",
-                                      {}};
+                                      {"formZone", "Zone Editor", "Changes to Zone Not Saved.",
+                                       "Zone Not Saved", "Command Not Deleted", nullptr, nullptr,
+                                       "Really Delete This Command?", nullptr}};
 };
 
 } // namespace marl

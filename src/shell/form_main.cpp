@@ -114,7 +114,8 @@ FormMain::FormMain(const QString& progDir, const QString& recentDir, Prompts& pr
     auto* central = new QWidget(this);
     auto* layout = new QVBoxLayout(central);
     auto* hint = new QLabel(
-        tr("Open a zone file from the Mobile, Room or Object menu, or start a new one."), central);
+        tr("Open a zone file from the Mobile, Room, Object or Zone menu, or start a new one."),
+        central);
     hint->setObjectName(QStringLiteral("labelHint"));
     hint->setWordWrap(true);
     hint->setAlignment(Qt::AlignCenter);

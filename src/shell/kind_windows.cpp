@@ -9,6 +9,7 @@
 #include "rooms/form_room.h"
 #include "shell/form_main.h"
 #include "shops/form_shop.h"
+#include "zones/form_zone.h"
 
 namespace marl {
 

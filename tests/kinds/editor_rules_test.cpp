@@ -146,19 +146,6 @@ ObjectRecord values(ObjectRecord object) {
 }
 
 // The enabled keyed controls of a window, by letter.
-QMap<QChar, QAbstractButton*> keyed(QWidget* window) {
-    QMap<QChar, QAbstractButton*> keys;
-    for (QAbstractButton* control : window->findChildren<QAbstractButton*>())
-        if (const QKeySequence key = control->shortcut(); control->isEnabled() && !key.isEmpty()) {
-            const QChar letter(key[0].key());
-            QTest::qVerify(!keys.contains(letter) && key[0].keyboardModifiers() == Qt::AltModifier,
-                           "one control per letter", qPrintable(control->objectName()), __FILE__,
-                           __LINE__);
-            keys.insert(letter, control);
-        }
-    return keys;
-}
-
 } // namespace
 
 void EditorRulesTest::script_data() {

@@ -12,6 +12,7 @@
 #include "rooms/form_room.h"
 #include "script_player.h"
 #include "shops/form_shop.h"
+#include "zones/form_zone.h"
 #include "widgets/qt_text.h"
 
 namespace marl::test {
@@ -202,6 +203,26 @@ struct ShopSession : Session<FormShop, ShopKind, shopsOf> {
         // The world was read before its files were there.
         editor->names()->reload();
         QVERIFY(waitForNames(*editor->names()));
+    }
+};
+
+// The zone editor on zone 95's reset file (a new one without), beside the
+// example rooms, mobiles and objects whose names its lines show; "told" is
+// the lines of the last message that name a line of the file.
+struct ZoneSession : KindSession<FormZone> {
+    explicit ZoneSession(const std::string& file) : KindSession<FormZone>(file, 95, ".zon") {
+        for (const char* extension : {".wld", ".mob", ".obj"})
+            QFile::copy(examplesDir() + "/95" + extension, host.path(QString("95") + extension));
+        editor->worldNames()->reload();
+        QVERIFY(waitForNames(*editor->worldNames()));
+        more = [this](const QString& name) -> std::optional<QString> {
+            if (name != "told")
+                return std::nullopt;
+            const QStringList lines = host.script.records.isEmpty()
+                                          ? QStringList()
+                                          : host.script.records.back().text.split('\n');
+            return lines.filter(QRegularExpression("^Line ")).join(" / ");
+        };
     }
 };
 

@@ -191,6 +191,8 @@ void WindowsFitTest::fits_data() {
     QTest::newRow("container state") << "obj"
         << QStringList{object + "1", values, ">formObjectValues", "buttonContainerState:click"}
         << "formObjectContainerState" << "";
+    QTest::newRow("zone editor") << "zon" << QStringList{"listCommands:line:1"} << "formZone"
+        << "listCommands:w listCommands:h";
     QTest::newRow("spells") << "obj"
         << QStringList{object + "2", values, ">formObjectValues", "buttonScrollPotionS1:click"}
         << "formObjectSpells" << "";
@@ -228,6 +230,10 @@ void WindowsFitTest::fits() {
         checkFit(MobileSession(smallMobiles()), steps, window, grows, set->name);
     else if (kind == "shp")
         checkFit(ShopSession(smallShops()), steps, window, grows, set->name);
+    else if (kind == "zon")
+        checkFit(ZoneSession(lfLines("#95|The Landing~|9500 9599 30 2|* Mobiles|M 0 9500 1 9500|"
+                                     "G 1 9500 1|D 0 9501 3 1|S|$")),
+                 steps, window, grows, set->name);
     else
         checkFit(ObjectSession(smallObjects()), steps, window, grows, set->name);
 }

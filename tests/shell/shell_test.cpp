@@ -78,6 +78,7 @@ private slots:
         for (const char* name : {"30.mob", "30.obj", "notes.txt"})
             writeBytes(zonePath(name), "$\n");
         writeBytes(zonePath("30.shp"), "$~\n");
+        writeBytes(zonePath("30.zon"), lf({"#30", "Zone~", "3000 3099 15 2", "S", "$"}));
         writeBytes(zonePath("24.wld"), lf({"#2400", "Room~", "~", "24 0 0", "S", "#2401", "Room~", "~", "24 0 0", "D0",
                                            "~", "~", "0 -1", "S", "$"}));
     }
@@ -93,7 +94,7 @@ private slots:
         // windows that appear, the messages (how each begins), the Room list.
         columns<QString, QString, QStringList, QStringList, QStringList>({"how", "files", "opened", "messages", "recent"});
         const QStringList none, room = {"formRoom 9500"};
-        const QString notZone = "%1 is not opened: Marl opens world files (*.wld), mobile files (*.mob), object files (*.obj) and shop files (*.shp).";
+        const QString notZone = "%1 is not opened: Marl opens world files (*.wld), mobile files (*.mob), object files (*.obj), shop files (*.shp) and zone files (*.zon).";
         const QString noZone = "%1 cannot be opened: the name of a zone file begins with its zone number, as in 30.wld.";
         const struct { const char* name; QString files; QStringList opened, messages, recent, ways = {"Open", "line", "drop"}; } rows[] = {
             {"a world file", "95.wld", room, none, {"95.wld"}},
@@ -101,6 +102,8 @@ private slots:
             {"a mobile file", "30.mob", {"formMobile 3000"}, none, none},
             {"an object file", "30.obj", {"formObject 3000"}, none, none},
             {"a shop file", "30.shp", {"formShop 3000"}, none, none},
+            {"a zone file", "30.zon", {"formZone 3000"}, none, none},
+            {"a new zone file", "31.zon", {"formZone 3100"}, none, none, {"New"}},
             {"a new world file", "31.wld", {"formRoom 3100"}, none, {"31.wld"}, {"New"}},
             {"one of each kind", "30.mob 95.wld 30.obj", {"formMobile 3000", "formObject 3000", "formRoom 9500"}, none, {"95.wld"}, {"line", "drop"}},
             {"two world files", "95.wld 96.wld", room, {"96.wld is not opened: the room editor opens one file at a time."}, {"95.wld"}, {"line", "drop"}},
@@ -145,14 +148,17 @@ private slots:
             const QString kind = files.endsWith(".mob")   ? "Mobile"
                                  : files.endsWith(".obj") ? "Object"
                                  : files.endsWith(".shp") ? "Shop"
+                                 : files.endsWith(".zon") ? "Zone"
                                                           : "Room";
             choose(main, "menu" + kind + how, files);
         }
         QStringList shown;
         for (QWidget* top : QApplication::topLevelWidgets())
-            if (top->isVisible() && top != main)
-                if (auto* vnum = top->findChild<QLineEdit*>("textVNum"))
-                    shown << top->objectName() + ' ' + vnum->text();
+            if (top->isVisible() && top != main) { // a record's editor by its VNum, a zone's by its bottom
+                auto* vnum = top->findChild<QLineEdit*>("textVNum");
+                if (auto* field = vnum ? vnum : top->findChild<QLineEdit*>("textBottom"))
+                    shown << top->objectName() + ' ' + field->text();
+            }
         shown.sort();
         QCOMPARE(shown, opened);
         QCOMPARE(main->isEnabled(), opened.isEmpty());

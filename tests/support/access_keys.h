@@ -51,6 +51,21 @@ inline bool pressAccessKey(QWidget* window, const QString& key, ScriptedPrompts&
     return !QTest::currentTestFailed();
 }
 
+// The enabled controls of a window that have an access key, by letter, no
+// letter twice.
+inline QMap<QChar, QAbstractButton*> keyed(QWidget* window) {
+    QMap<QChar, QAbstractButton*> keys;
+    for (QAbstractButton* control : window->findChildren<QAbstractButton*>())
+        if (const QKeySequence key = control->shortcut(); control->isEnabled() && !key.isEmpty()) {
+            const QChar letter(key[0].key());
+            QTest::qVerify(!keys.contains(letter) && key[0].keyboardModifiers() == Qt::AltModifier,
+                           "one control per letter", qPrintable(control->objectName()), __FILE__,
+                           __LINE__);
+            keys.insert(letter, control);
+        }
+    return keys;
+}
+
 // The names of the controls Tab reaches from `from`, `count` presses.
 inline QStringList tabWalk(QWidget* window, QWidget* from, qsizetype count) {
     window->activateWindow();

@@ -1,5 +1,7 @@
 #include "script_player.h"
 
+#include <QLabel>
+
 #include "widgets/qt_text.h"
 
 namespace marl::test {
@@ -85,7 +87,7 @@ QString shows(const QWidget* window, const QString& expected, const Probe& probe
         if (auto* line = qobject_cast<QLineEdit*>(widget))
             value = line->text();
         else if (auto* label = qobject_cast<QLabel*>(widget))
-            value = label->text();
+            value = label->isHidden() ? QString() : label->text(); // a hidden label says nothing
         else if (auto* text = qobject_cast<QPlainTextEdit*>(widget))
             value = text->toPlainText().replace('\n', '|');
         else if (auto* list = qobject_cast<QListWidget*>(widget))

@@ -63,7 +63,7 @@ bool act(QWidget* window, const QString& step);
 using Probe = std::function<std::optional<QString>(const QString& name)>;
 
 // What a window shows, in the form of `expected`: "name=value" entries
-// separated by ", " for a field (`|` for line breaks), a list (lines joined
+// separated by ", " for a field or label (`|` for line breaks), a list (lines joined
 // by `/`), a check box or option (x or -), a probe, "title" and "focus" (the
 // control with the focus); a name alone only tells whether it is enabled,
 // and `!` before a name says disabled.  A name no control has shows as
