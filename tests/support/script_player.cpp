@@ -38,8 +38,7 @@ bool act(QWidget* window, const QString& step) {
     } else if (action == "tab") {
         QTest::keyClick(widget, Qt::Key_Tab);
     } else if (action == "escape" || action == "enter") {
-        window->activateWindow(); // shortcuts need the window active
-        if (!QTest::qWaitForWindowActive(window))
+        if (!activate(window)) // shortcuts need the window active
             return QTest::qVerify(false, "window active", "", __FILE__, __LINE__);
         QTest::keyClick(widget, action == "enter" ? Qt::Key_Return : Qt::Key_Escape);
     } else if (auto* button = qobject_cast<QAbstractButton*>(widget)) {

@@ -87,6 +87,11 @@ std::string lf(std::initializer_list<std::string_view> lines) {
     return out;
 }
 
+bool activate(QWidget* window) {
+    window->activateWindow();
+    return QTest::qWaitFor([&] { return window->isActiveWindow(); }, 5000);
+}
+
 bool waitForNames(WorldNames& names) {
     return QTest::qWaitFor([&] { return names.isReady(); }, 20000);
 }

@@ -71,6 +71,9 @@ QString examplesDir();
 // Waits until the world's names are loaded (a reload included); false
 // when they are not within a few seconds.
 bool waitForNames(WorldNames& names);
+// Activates a window and waits until it is the active one: Qt's own wait
+// also waits for a frame the offscreen platform never draws.
+bool activate(QWidget* window);
 
 // Lines each ended by LF.
 std::string lf(std::initializer_list<std::string_view> lines);
