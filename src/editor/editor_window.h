@@ -32,6 +32,10 @@ public:
     // noun is its window name after "form": "formRoom" edits a "Room").
     EditorWindow(EditorHost& host, std::unique_ptr<FileDocument> document, const EditorText& text);
     ~EditorWindow() override;
+    // The names of the world the file lies in, read in the background from
+    // when the window opens the file (null before), and read again after
+    // every save; worldOpened() tells the window it has a world.
+    const std::shared_ptr<WorldNames>& worldNames() const { return names_; }
 
     // ZoneEditor: how the main window starts the editor.
     QWidget* window() override { return this; }
@@ -70,10 +74,6 @@ protected:
     void showDialog(QWidget* dialog);
     // The file name in messages ("30.wld").
     QString fileName() const;
-    // The names of the world the file lies in, read in the background from
-    // when the window opens the file (null before), and read again after
-    // every save; worldOpened() tells the window it has a world.
-    const std::shared_ptr<WorldNames>& worldNames() const { return names_; }
     virtual void worldOpened() {}
     const QString& noun() const { return noun_; }
     const EditorText& text() const { return text_; }

@@ -110,22 +110,11 @@ void FormShop::connectBuyTypes() {
 
 // ---- Names -----------------------------------------------------------------
 
-void FormShop::showNewFile(std::int32_t zone) {
-    loadNames();
-    KindEditor::showNewFile(zone);
-}
-
-void FormShop::showOpenedFile() {
-    loadNames();
-    KindEditor::showOpenedFile();
-}
-
 // The names of the file's world, read in the background: the lists show
 // the VNums alone until it is loaded.
-void FormShop::loadNames() {
-    names_ = WorldNames::forFile(QString::fromStdWString(records().path().wstring()));
-    labelKeeperName_->setNames(names_);
-    connect(names_.get(), &WorldNames::ready, this, &FormShop::onNamesChanged,
+void FormShop::worldOpened() {
+    labelKeeperName_->setNames(worldNames());
+    connect(worldNames().get(), &WorldNames::ready, this, &FormShop::onNamesChanged,
             Qt::UniqueConnection);
     onNamesChanged();
 }
@@ -137,14 +126,14 @@ void FormShop::onNamesChanged() {
 }
 
 std::optional<std::string> FormShop::nameOf(WorldKind kind, std::int32_t vnum) const {
-    return names_ && names_->hasWorld() ? names_->name(kind, vnum) : std::nullopt;
+    return worldNames() && worldNames()->hasWorld() ? worldNames()->name(kind, vnum) : std::nullopt;
 }
 
 QString FormShop::vnumLine(WorldKind kind, std::int32_t vnum) const {
     QString line = QString::number(vnum);
-    if (!names_ || !names_->hasWorld())
+    if (!worldNames() || !worldNames()->hasWorld())
         return line;
-    const std::optional<std::string> name = names_->name(kind, vnum);
+    const std::optional<std::string> name = worldNames()->name(kind, vnum);
     return line + QLatin1Char('\t') +
            (name ? fromBytes(*name) : QStringLiteral("(not in zone %1)").arg(zoneNumber()));
 }
@@ -157,10 +146,10 @@ QString FormShop::listName(int slot) const {
 }
 
 void FormShop::onPick(NumericField* field, WorldKind kind) {
-    if (!names_)
+    if (!worldNames())
         return;
     if (const std::optional<std::int32_t> vnum =
-            pickRecord(this, *names_, kind, fieldNumber(field).value_or(-1)))
+            pickRecord(this, *worldNames(), kind, fieldNumber(field).value_or(-1)))
         field->setText(QString::number(*vnum));
 }
 

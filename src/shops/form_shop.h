@@ -39,7 +39,6 @@ public:
     // zone 30)" for a VNum the world holds no record of.
     QString vnumLine(WorldKind kind, std::int32_t vnum) const;
     // The names of the file's world (null before a file).
-    WorldNames* names() const { return names_.get(); }
 
 protected:
     void parseRecord() override;
@@ -47,8 +46,7 @@ protected:
     void storeRecord() override;
     bool checkFields() override;
     void newFields() override;
-    void showNewFile(std::int32_t zone) override;
-    void showOpenedFile() override;
+    void worldOpened() override;
     QString listName(int slot) const override;
 
 private:
@@ -80,7 +78,6 @@ private:
     bool mayAdd(const ShopListText& text, std::size_t count);
     bool olderForm() const;
     void showLists();
-    void loadNames();
     void onNamesChanged();
     void onChanged();
     void onPick(NumericField* field, WorldKind kind);
@@ -93,7 +90,6 @@ private:
     bool refuseOrWarn(const ShopRecord& shop, const ShopRecord& before);
     QString missingFromZone(const ShopRecord& shop, const ShopRecord& before) const;
 
-    std::shared_ptr<WorldNames> names_;
     // The lists as the window holds them until Save stores them.
     ShopRecord draft_;
     // A temper other than 0 and 1, kept while the third option stays chosen.

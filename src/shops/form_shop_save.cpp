@@ -80,7 +80,7 @@ bool FormShop::refuseOrWarn(const ShopRecord& shop, const ShopRecord& before) {
 // the VNums the builder gave (those the shop held as shown are not asked
 // about at every save); nothing while the world is loading.
 QString FormShop::missingFromZone(const ShopRecord& shop, const ShopRecord& before) const {
-    if (!names_ || !names_->hasWorld())
+    if (!worldNames() || !worldNames()->hasWorld())
         return {};
     const auto missing = [this](WorldKind kind, const std::vector<std::int32_t>& vnums,
                                 const std::vector<std::int32_t>& held) {

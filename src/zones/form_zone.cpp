@@ -69,14 +69,20 @@ void FormZone::showNewFile(std::int32_t) {
     showOpenedFile();
 }
 
+// The names of the file's world, read in the background: the lines show
+// VNums alone until it is loaded.
+void FormZone::worldOpened() {
+    connect(worldNames().get(), &WorldNames::ready, this, &FormZone::refreshLines,
+            Qt::UniqueConnection);
+    for (ArgRow& row : rows_)
+        if (auto* label = qobject_cast<VNumNameLabel*>(row.name))
+            label->setNames(worldNames());
+    refreshLines();
+}
+
 void FormZone::showOpenedFile() {
     setWindowTitle(QStringLiteral("Zone Editor - %1").arg(fileName()));
     syncFolder();
-    names_ = WorldNames::forFile(QFile::decodeName(document().path().string().c_str()));
-    connect(names_.get(), &WorldNames::ready, this, &FormZone::refreshLines);
-    for (ArgRow& row : rows_)
-        if (auto* label = qobject_cast<VNumNameLabel*>(row.name))
-            label->setNames(names_);
     states_.assign(zone().Commands.size(), LineState{});
     headerMissing_ = {};
     showHeader();
@@ -108,12 +114,12 @@ void FormZone::showHeader() {
 void FormZone::fillList() {
     listCommands_->clear();
     const NameLookup names = [this](WorldKind kind, std::int32_t vnum) {
-        return names_->name(kind, vnum);
+        return worldNames()->name(kind, vnum);
     };
     const auto missing = [this](std::size_t line, int arg) {
         return line < states_.size() && states_[line].missing[std::size_t(arg)];
     };
-    const bool loaded = names_ && names_->isReady();
+    const bool loaded = worldNames() && worldNames()->isReady();
     const std::vector<std::string> words =
         zoneLines(zone(), loaded ? names : NameLookup{}, missing);
     for (std::size_t i = 0; i < words.size(); ++i) {
@@ -126,13 +132,13 @@ void FormZone::fillList() {
 
 void FormZone::refreshLines() {
     const NameLookup names = [this](WorldKind kind, std::int32_t vnum) {
-        return names_->name(kind, vnum);
+        return worldNames()->name(kind, vnum);
     };
     const auto missing = [this](std::size_t line, int arg) {
         return line < states_.size() && states_[line].missing[std::size_t(arg)];
     };
     const std::vector<std::string> words =
-        zoneLines(zone(), names_ && names_->isReady() ? names : NameLookup{}, missing);
+        zoneLines(zone(), worldNames() && worldNames()->isReady() ? names : NameLookup{}, missing);
     if (int(words.size()) != listCommands_->count()) {
         fillList();
         return;
@@ -307,7 +313,7 @@ void FormZone::commandChanged(ZoneCommand& command, const ZoneCommand& before) {
     const LineState& state = states_[std::size_t(current_)];
     if (state.fresh && command.Command != kComment) {
         const auto [kind, vnum] = namedRecord(command);
-        const std::optional<std::string> name = names_ ? names_->name(kind, vnum) : std::nullopt;
+        const std::optional<std::string> name = worldNames() ? worldNames()->name(kind, vnum) : std::nullopt;
         command.Comment = name ? "  " + *name : std::string();
     }
     if (sameCommand(command, before))
@@ -318,11 +324,11 @@ void FormZone::commandChanged(ZoneCommand& command, const ZoneCommand& before) {
 }
 
 void FormZone::pick(const ArgRow& row) {
-    if (!names_ || current_ < 0)
+    if (!worldNames() || current_ < 0)
         return;
     auto* edit = static_cast<NumericField*>(row.field);
     if (const std::optional<std::int32_t> vnum =
-            pickRecord(this, *names_, row.def->record, fieldNumber(edit).value_or(0))) {
+            pickRecord(this, *worldNames(), row.def->record, fieldNumber(edit).value_or(0))) {
         edit->setText(QString::number(*vnum));
         applyField(row);
     }
@@ -435,11 +441,11 @@ bool FormZone::refused() {
 }
 
 bool FormZone::warnedAndAsked() {
-    if (!names_->hasWorld()) {
+    if (!worldNames()->hasWorld()) {
         // The world is still loading: its names are what the warnings need.
         // The window takes no input meanwhile.
         QEventLoop wait;
-        connect(names_.get(), &WorldNames::ready, &wait, &QEventLoop::quit);
+        connect(worldNames().get(), &WorldNames::ready, &wait, &QEventLoop::quit);
         QTimer::singleShot(10000, &wait, &QEventLoop::quit);
         setEnabled(false);
         waiting_ = true;
@@ -447,11 +453,11 @@ bool FormZone::warnedAndAsked() {
         waiting_ = false;
         setEnabled(true);
     }
-    const World* world = names_->world();
+    const World* world = worldNames()->world();
     if (!world)
         return true;
     const std::vector<ZoneProblem> warnings = zoneWarnings(
-        zone(), [this](WorldKind kind, std::int32_t vnum) { return names_->name(kind, vnum); },
+        zone(), [this](WorldKind kind, std::int32_t vnum) { return worldNames()->name(kind, vnum); },
         *world);
     if (warnings.empty())
         return true;

@@ -52,11 +52,11 @@ public:
     int currentIndex() const { return current_; }
     int recordCount() const { return static_cast<int>(states_.size()); }
     // The names of the zone's world, loading or loaded.
-    WorldNames* worldNames() const { return names_.get(); }
 
 protected:
     void showNewFile(std::int32_t zone) override;
     void showOpenedFile() override;
+    void worldOpened() override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
@@ -98,7 +98,6 @@ private:
     bool refused();
     bool warnedAndAsked();
 
-    std::shared_ptr<WorldNames> names_;
     std::vector<LineState> states_;
     std::array<bool, 3> headerMissing_{}; // bottom, top, lifespan
     int current_ = -1;

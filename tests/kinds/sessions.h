@@ -201,8 +201,8 @@ struct ShopSession : Session<FormShop, ShopKind, shopsOf> {
             writeBytes(host.path(QString::number(zone) + extension),
                        zone == 95 ? small() : readBytes(stock + extension));
         // The world was read before its files were there.
-        editor->names()->reload();
-        QVERIFY(waitForNames(*editor->names()));
+        editor->worldNames()->reload();
+        QVERIFY(waitForNames(*editor->worldNames()));
     }
 };
 
