@@ -2,14 +2,21 @@
 // What the editor benchmarks share: a main window's side that answers every
 // question Yes, and the times of a step reported as median, best and worst.
 
+#include <QCoreApplication>
+#include <QFile>
+#include <QPushButton>
 #include <QString>
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
+#include <functional>
+#include <string>
 #include <vector>
 
 #include "editor/editor_host.h"
 #include "widgets/prompts.h"
+#include "world/zone_file.h"
 
 namespace marl::bench {
 
@@ -44,6 +51,58 @@ inline void report(const char* what, std::vector<double> times) {
     std::sort(times.begin(), times.end());
     std::printf("%-34s median %7.2f ms   best %7.2f ms   worst %7.2f ms   (%zu runs)\n", what,
                 times[times.size() / 2], times.front(), times.back(), times.size());
+}
+
+// Opens zone `zone` in a new editor `runs` times: the times to the window
+// filled.  False, with the reason printed, when the file does not open.
+template <typename Window>
+bool timeOpening(BenchHost& host, std::int32_t zone, int runs, std::vector<double>& times) {
+    for (int run = 0; run < runs; ++run) {
+        auto* editor = new Window(host);
+        QString error;
+        const auto start = Clock::now();
+        if (!editor->openZone(zone, error)) {
+            std::fprintf(stderr, "%s\n", qPrintable(error));
+            return false;
+        }
+        times.push_back(millis(Clock::now() - start));
+        delete editor;
+    }
+    return true;
+}
+
+// Saves `runs` times, `change(run)` making the change each save stores:
+// the whole time (file read back) and the processor's part of it.
+template <typename Window>
+bool timeSaving(Window& editor, int runs, const std::function<void(int)>& change,
+                std::vector<double>& times, std::vector<double>& cpuTimes) {
+    auto* save = editor.template findChild<QPushButton*>(QStringLiteral("buttonSave"));
+    for (int run = 0; run < runs; ++run) {
+        change(run);
+        const auto start = Clock::now();
+        const std::clock_t cpuStart = std::clock();
+        save->click();
+        cpuTimes.push_back(1000.0 * double(std::clock() - cpuStart) / CLOCKS_PER_SEC);
+        times.push_back(millis(Clock::now() - start));
+        if (editor.changed()) {
+            std::fprintf(stderr, "the save did not go through\n");
+            return false;
+        }
+    }
+    return true;
+}
+
+// The part of a save that is the disk's: the safe write alone, with its
+// flush to the disk.
+inline std::vector<double> timeWriting(const QString& path, const std::string& bytes, int runs) {
+    std::vector<double> times;
+    for (int run = 0; run < runs; ++run) {
+        std::string reason;
+        const auto start = Clock::now();
+        writeZoneFile(QFile::encodeName(path).toStdString(), bytes, reason);
+        times.push_back(millis(Clock::now() - start));
+    }
+    return times;
 }
 
 } // namespace marl::bench

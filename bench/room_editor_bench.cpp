@@ -43,17 +43,8 @@ int main(int argc, char** argv) {
     constexpr int runs = 60;
 
     std::vector<double> opening;
-    for (int run = 0; run < runs; ++run) {
-        auto* editor = new FormRoom(host);
-        QString error;
-        const auto start = Clock::now();
-        if (!editor->openZone(zone, error)) {
-            std::fprintf(stderr, "%s\n", qPrintable(error));
-            return 1;
-        }
-        opening.push_back(millis(Clock::now() - start));
-        delete editor;
-    }
+    if (!timeOpening<FormRoom>(host, zone, runs, opening))
+        return 1;
 
     FormRoom editor(host);
     QString error;
@@ -61,35 +52,17 @@ int main(int argc, char** argv) {
     editor.show();
     auto* list = editor.findChild<QListWidget*>(QStringLiteral("listRoomSelect"));
     auto* name = editor.findChild<QLineEdit*>(QStringLiteral("textName"));
-    auto* save = editor.findChild<QPushButton*>(QStringLiteral("buttonSave"));
-    std::vector<double> saving;
-    std::vector<double> savingCpu; // the processor's time alone, without waiting for the disk
-    for (int run = 0; run < runs; ++run) {
+    std::vector<double> saving, savingCpu;
+    // A change made and taken back: Save stores the room as shown.
+    const auto change = [&](int run) {
         editor.LoadRoom(run % list->count());
-        // A change made and taken back: Save stores the room as shown.
         name->setText(name->text() + QLatin1Char('x'));
         name->setText(name->text().chopped(1));
-        const auto start = Clock::now();
-        const std::clock_t cpuStart = std::clock();
-        save->click();
-        savingCpu.push_back(1000.0 * double(std::clock() - cpuStart) / CLOCKS_PER_SEC);
-        saving.push_back(millis(Clock::now() - start));
-        if (editor.changed()) {
-            std::fprintf(stderr, "the save did not go through\n");
-            return 1;
-        }
-    }
-
-    // The part of a save that is the disk's: the safe write alone, with its
-    // flush to the disk.
-    std::vector<double> writing;
-    const std::string bytes = writeRooms(editor.records().file(), editor.recordCount(), zone);
-    for (int run = 0; run < runs; ++run) {
-        std::string reason;
-        const auto start = Clock::now();
-        writeZoneFile(QFile::encodeName(copy).toStdString(), bytes, reason);
-        writing.push_back(millis(Clock::now() - start));
-    }
+    };
+    if (!timeSaving(editor, runs, change, saving, savingCpu))
+        return 1;
+    const std::vector<double> writing =
+        timeWriting(copy, writeRooms(editor.records().file(), editor.recordCount(), zone), runs);
 
     std::printf("%s: %d rooms\n", qPrintable(info.fileName()), editor.recordCount());
     report("open to the list filled", opening);

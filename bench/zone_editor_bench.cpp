@@ -47,17 +47,8 @@ int main(int argc, char** argv) {
     constexpr int runs = 60;
 
     std::vector<double> opening;
-    for (int run = 0; run < runs; ++run) {
-        auto* editor = new FormZone(host);
-        QString error;
-        const auto start = Clock::now();
-        if (!editor->openZone(zone, error)) {
-            std::fprintf(stderr, "%s\n", qPrintable(error));
-            return 1;
-        }
-        opening.push_back(millis(Clock::now() - start));
-        delete editor;
-    }
+    if (!timeOpening<FormZone>(host, zone, runs, opening))
+        return 1;
 
     FormZone editor(host);
     QString error;
@@ -67,37 +58,19 @@ int main(int argc, char** argv) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
     auto* list = editor.findChild<QListWidget*>(QStringLiteral("listCommands"));
     auto* max = editor.findChild<QLineEdit*>(QStringLiteral("textMaxExisting"));
-    auto* save = editor.findChild<QPushButton*>(QStringLiteral("buttonSave"));
-    std::vector<double> saving;
-    std::vector<double> savingCpu; // the processor's time alone, without waiting for the disk
+    std::vector<double> saving, savingCpu;
     int command = 0;
-    for (int run = 0; run < runs; ++run) {
-        // The next command with a max existing: its count one more.
+    // The next command with a max existing: its count one more.
+    const auto change = [&](int) {
         do
             list->setCurrentRow(command++ % list->count());
         while (max->isHidden());
         max->setText(QString::number(max->text().toInt() + 1));
-        const auto start = Clock::now();
-        const std::clock_t cpuStart = std::clock();
-        save->click();
-        savingCpu.push_back(1000.0 * double(std::clock() - cpuStart) / CLOCKS_PER_SEC);
-        saving.push_back(millis(Clock::now() - start));
-        if (editor.changed()) {
-            std::fprintf(stderr, "the save did not go through\n");
-            return 1;
-        }
-    }
-    // The part of a save that is the disk's: the safe write alone, with its
-    // flush to the disk.
-    std::vector<double> writing;
-    const std::string bytes = writeZone(editor.zone());
-    for (int run = 0; run < runs; ++run) {
-        std::string reason;
-        const auto start = Clock::now();
-        writeZoneFile(QFile::encodeName(dir.filePath(info.fileName())).toStdString(), bytes,
-                      reason);
-        writing.push_back(millis(Clock::now() - start));
-    }
+    };
+    if (!timeSaving(editor, runs, change, saving, savingCpu))
+        return 1;
+    const std::vector<double> writing =
+        timeWriting(dir.filePath(info.fileName()), writeZone(editor.zone()), runs);
     std::printf("%s: %d lines\n", qPrintable(info.fileName()), editor.recordCount());
     report("open to the table in words", opening);
     report("save one command, file read back", saving);
