@@ -45,6 +45,7 @@ public:
         for (WorldKind kind : {WorldKind::Room, WorldKind::Mobile, WorldKind::Object})
             ownZone(kind);
         exits();
+        shops();
         std::vector<std::vector<bool>> disabled = renumber();
         resets(disabled);
     }
@@ -273,6 +274,31 @@ private:
                     named(WorldKind::Room, room) + ": the door of its exit " + std::string(way) +
                         " needs key " + num(exit.key) +
                         ", which is no object: it cannot be unlocked");
+        }
+    }
+
+    // What a shop names: the server takes a keeper it does not find as
+    // none, and drops a product it does not find from the list, without a
+    // word; a room it does not find is one the keeper never trades in.
+    void shops() {
+        const std::vector<WorldRecord>& records = world_.records(WorldKind::Shop);
+        for (const WorldShop& shop : world_.shops) {
+            const WorldRecord& record = records[static_cast<std::size_t>(shop.record)];
+            const std::string name = "shop " + num(record.vnum);
+            if (world_.complete(WorldKind::Mobile))
+                if (const std::string gone = missing(WorldKind::Mobile, shop.keeper); !gone.empty())
+                    add(record, WorldKind::Shop, shop.keeperLine, Severity::Silent,
+                        name + ": its keeper is " + gone + ": the shop has no keeper");
+            if (world_.complete(WorldKind::Object))
+                for (const auto& [vnum, line] : shop.products)
+                    if (const std::string gone = missing(WorldKind::Object, vnum); !gone.empty())
+                        add(record, WorldKind::Shop, line, Severity::Silent,
+                            name + ": it sells " + gone + ": the server drops it from the list");
+            if (world_.complete(WorldKind::Room))
+                for (const auto& [vnum, line] : shop.rooms)
+                    if (const std::string gone = missing(WorldKind::Room, vnum); !gone.empty())
+                        add(record, WorldKind::Shop, line, Severity::Silent,
+                            name + ": it trades in " + gone + ": no one can trade there");
         }
     }
 

@@ -12,6 +12,8 @@
 
 #include "kinds/world_index.h"
 #include "kinds/zone_kinds.h"
+#include "shops/format/shop_checks.h"
+#include "shops/format/shop_file.h"
 #include "world/zone_file.h"
 #include "zones/format/zone_reset_file.h"
 
@@ -34,6 +36,7 @@ struct FileContents {
     std::vector<WorldRecord> records;
     std::vector<WorldExit> exits; // `room`: the room's place in this file
     std::vector<WorldZone> zone;  // a zone file's one zone
+    std::vector<WorldShop> shops; // `record`: the shop's place in this file
 };
 
 // A table of each kind for each thread, cleared before every file.
@@ -154,8 +157,39 @@ void readZoneInto(WorldFile& file, int fileIndex, FileContents& out) {
              zone.Number});
 }
 
+// A shop file: each shop, what the server checks of it at its field's
+// line, and the records it names.
+void readShopsInto(WorldFile& file, int fileIndex, FileContents& out) {
+    ShopTable& table = threadTable<ShopTable>();
+    const LoadOutcome outcome = loadZoneTable(file.path, table, ShopKind::read);
+    if (!outcome.ok)
+        return refuse(file, fileIndex, outcome.line,
+                      outcome.line > 0 ? outcome.problem
+                                       : "cannot read the file: " + outcome.problem);
+    file.read = true;
+    file.count = outcome.count;
+    for (ShopFileProblem& problem : shopFileProblems(table, outcome.count))
+        file.findings.push_back(
+            {fileIndex, problem.line, {problem.severity, std::move(problem.what)}});
+    int header = 1 + linesIn(table.leader);
+    for (int slot = 0; slot < outcome.count; ++slot) {
+        const ShopRecord& shop = table[static_cast<std::size_t>(slot)];
+        const ShopLines lines = shopLines(shop, olderFormAt(table, slot));
+        out.records.push_back({shop.VNum, fileIndex, header, {}});
+        WorldShop& held = out.shops.emplace_back();
+        held.record = slot;
+        held.keeper = shop.Keeper;
+        held.keeperLine = header + lines.keeper;
+        for (std::size_t i = 0; i < shop.Products.size(); ++i)
+            held.products.emplace_back(shop.Products[i], header + lines.products + int(i));
+        for (std::size_t i = 0; i < shop.Rooms.size(); ++i)
+            held.rooms.emplace_back(shop.Rooms[i], header + lines.rooms + int(i));
+        header += linesIn(shop.Source);
+    }
+}
+
 // Reads one file the world loads, by its kind: the one place that knows how
-// a file of each kind is read.  Shop files are listed but not read yet.
+// a file of each kind is read.
 void readFileOfKind(WorldFile& file, int fileIndex, FileContents& out) {
     switch (file.kind) {
     case WorldKind::Zone:
@@ -167,7 +201,7 @@ void readFileOfKind(WorldFile& file, int fileIndex, FileContents& out) {
     case WorldKind::Object:
         return readRecordFile<ObjectKind>(file, fileIndex, out);
     case WorldKind::Shop:
-        return;
+        return readShopsInto(file, fileIndex, out);
     }
 }
 
@@ -408,6 +442,10 @@ World loadWorld(const fs::path& folder, std::string_view shown) {
         for (WorldExit& exit : contents[i].exits) {
             exit.room += firstRoom;
             world.exits.push_back(exit);
+        }
+        for (WorldShop& shop : contents[i].shops) {
+            shop.record += static_cast<int>(records.size());
+            world.shops.push_back(std::move(shop));
         }
         for (WorldZone& zone : contents[i].zone) {
             zone.record = static_cast<int>(records.size());

@@ -88,6 +88,15 @@ struct WorldZone {
     std::vector<WorldCommand> commands;
 };
 
+// What a shop names, each at its line: `record` is its place in
+// records(Shop).
+struct WorldShop {
+    int record = 0;
+    std::int32_t keeper = -1;
+    int keeperLine = 0;
+    std::vector<std::pair<std::int32_t, int>> products, rooms; // VNum, line
+};
+
 // A file the world loads, or an index.
 struct WorldFile {
     std::string shown; // its path as reports name it
@@ -116,6 +125,7 @@ public:
     std::vector<WorldFile> files;
     std::vector<WorldExit> exits;
     std::vector<WorldZone> zones; // in loading order, as records(Zone)
+    std::vector<WorldShop> shops; // in loading order, as records(Shop)
 
     // Each kind's records in the order the server loads them.
     const std::vector<WorldRecord>& records(WorldKind kind) const {
