@@ -459,16 +459,19 @@ World loadWorld(const fs::path& folder, std::string_view shown) {
         sorted.reserve(world.records_[k].size());
         world.loaded_[k].reserve(world.records_[k].size());
         world.inOrder_[k] = true;
+        // Readers stop at a header of 99999: a record's VNum is below it.
+        std::int32_t highest = -1;
+        for (const WorldRecord& record : world.records_[k])
+            highest = std::max(highest, record.vnum);
+        world.present_[k].assign(static_cast<std::size_t>(highest + 1), false);
         for (std::size_t place = 0; place < world.records_[k].size(); ++place) {
             const std::int32_t vnum = world.records_[k][place].vnum;
             sorted.emplace_back(vnum, static_cast<int>(place));
             world.inOrder_[k] =
                 world.inOrder_[k] && (place == 0 || vnum >= world.loaded_[k].back());
             world.loaded_[k].push_back(vnum);
-            // Readers stop at a header of 99999: a record's VNum is below it.
-            if (world.present_[k].size() <= static_cast<std::size_t>(vnum))
-                world.present_[k].resize(static_cast<std::size_t>(vnum) + 1);
-            world.present_[k][static_cast<std::size_t>(vnum)] = true;
+            if (vnum >= 0) // a zone's number may be negative
+                world.present_[k][static_cast<std::size_t>(vnum)] = true;
         }
         std::sort(sorted.begin(), sorted.end());
     }

@@ -225,6 +225,8 @@ private slots:
             << QStringList{":0:logged:Immort start room does not exist", ":0:logged:Frozen start room does not exist"} << 0;
         QTest::newRow("a flat folder without the players' room") << "flat" << QStringList{"30.wld", "#3001", "#3002"}
             << QStringList{":0:refuses-boot:Mortal start room does not exist"} << 1;
+        QTest::newRow("a zone of a negative number") << "flat" << QStringList{"30.zon", "#30|", "#-30|"}
+            << QStringList{":0:logged:Immort start room does not exist", ":0:logged:Frozen start room does not exist"} << 0;
         // clang-format on
     }
 
