@@ -104,8 +104,8 @@ template <typename Kind> void readRecordFile(WorldFile& file, int fileIndex, Fil
         Findings found = Kind::problems(record, table.lineEnd);
         checkMore(found, record);
         for (Finding& finding : found) {
-            finding.what =
-                std::string(Kind::info.one) + ' ' + std::to_string(record.VNum) + ": " + finding.what;
+            finding.what = std::string(Kind::info.one) + ' ' + std::to_string(record.VNum) + ": " +
+                           finding.what;
             file.findings.push_back(
                 {fileIndex, line, std::move(finding), true, worldKind<Kind>(), record.VNum});
         }
@@ -222,16 +222,30 @@ long long leadingNumber(const std::string& name) {
     return number;
 }
 
-// The regular files of `folder` whose names end in `extension`.
-std::vector<std::string> filesEndingIn(const fs::path& folder, std::string_view extension) {
-    std::vector<std::string> names;
+// The names in `folder`: each regular file's whose name ends in `extension`
+// into `ending`, and every entry's, whatever it is, into `all` (when given).
+void namesIn(const fs::path& folder, std::string_view extension, std::vector<std::string>& ending,
+             std::unordered_set<std::string>* all = nullptr) {
     std::error_code ec;
     for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
-        const std::string name = it->path().filename().string();
+        std::string name = it->path().filename().string();
         if (name.size() > extension.size() && name.ends_with(extension) && it->is_regular_file(ec))
-            names.push_back(name);
+            ending.push_back(name);
+        if (all)
+            all->insert(std::move(name));
     }
-    return names;
+}
+
+// Whether the server finds `name` in `folder`: a name the folder's listing
+// holds is there; any other (in a folder below, or spelt in another case on
+// a system that does not tell cases apart) is looked up.
+bool present(const std::unordered_set<std::string>& names, const fs::path& path,
+             const std::string& name) {
+    if (names.count(name))
+        return true;
+    std::error_code ec;
+    return fs::status(path, ec).type() != fs::file_type::not_found ||
+           ec != std::errc::no_such_file_or_directory;
 }
 
 // The files the server loads, with each kind's index before them.  Records
@@ -266,12 +280,13 @@ void listServerFiles(World& world, std::array<bool, kWorldKinds>& missing) {
                    "no \"$\" line ends the index: the server reads its last name again and again "
                    "and never finishes booting");
         }
+        std::vector<std::string> ending;
+        std::unordered_set<std::string> inFolder;
+        namesIn(folder, info.extension, ending, &inFolder);
         std::vector<WorldFile> listed;
         for (const IndexEntry& entry : listing.entries) {
-            std::error_code ec;
             const fs::path path = joined(folder.string(), entry.name);
-            const std::uintmax_t size = fs::file_size(path, ec);
-            if (ec == std::errc::no_such_file_or_directory) {
+            if (!present(inFolder, path, entry.name)) {
                 kindMissing = true;
                 index.findings.push_back(
                     {at,
@@ -283,13 +298,12 @@ void listServerFiles(World& world, std::array<bool, kWorldKinds>& missing) {
             WorldFile& file = listed.emplace_back();
             file.kind = info.kind;
             file.path = path;
-            file.size = ec ? 0 : size;
             file.shown = joined(shown, entry.name);
         }
         std::unordered_set<std::string_view> names;
         for (const IndexEntry& entry : listing.entries)
             names.insert(entry.name);
-        for (std::string& name : filesEndingIn(folder, info.extension))
+        for (std::string& name : ending)
             if (!names.count(name))
                 index.unlisted.push_back(std::move(name));
         std::sort(index.unlisted.begin(), index.unlisted.end());
@@ -302,15 +316,14 @@ void listServerFiles(World& world, std::array<bool, kWorldKinds>& missing) {
 // their names begin with.
 void listFlatFiles(World& world) {
     for (const WorldKindInfo& info : kWorldKindInfo) {
-        std::vector<std::string> names = filesEndingIn(world.folder, info.extension);
+        std::vector<std::string> names;
+        namesIn(world.folder, info.extension, names);
         std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
             const long long na = leadingNumber(a), nb = leadingNumber(b);
             return na != nb ? na < nb : a < b;
         });
         for (const std::string& name : names) {
             WorldFile& file = world.files.emplace_back();
-            std::error_code ec;
-            file.size = fs::file_size(joined(world.folder.string(), name), ec);
             file.kind = info.kind;
             file.path = joined(world.folder.string(), name);
             file.shown = joined(world.shown, name);
@@ -336,14 +349,12 @@ void readAll(World& world, std::vector<FileContents>& contents) {
             }
         }
     };
-    // A thread more for each few megabytes: below that, starting one and
+    // A thread more for each few dozen files: below that, starting one and
     // waiting for it costs more than it saves.
-    constexpr std::uintmax_t kBytesPerThread = 2 << 20;
-    std::uintmax_t bytes = 0;
-    for (const WorldFile& file : world.files)
-        bytes += file.size;
+    constexpr std::size_t kFilesPerThread = 64;
     const std::size_t cores = std::max(1u, std::thread::hardware_concurrency());
-    const std::size_t count = std::min<std::size_t>(cores, bytes / kBytesPerThread + 1);
+    const std::size_t count =
+        std::min<std::size_t>(cores, world.files.size() / kFilesPerThread + 1);
     std::vector<std::thread> workers;
     for (std::size_t i = 1; i < count; ++i)
         workers.emplace_back(work);
@@ -432,6 +443,15 @@ World loadWorld(const fs::path& folder, std::string_view shown) {
     world.complete_.fill(true);
     for (std::size_t k = 0; k < kWorldKinds; ++k)
         world.complete_[k] = !missing[k];
+    std::array<std::size_t, kWorldKinds> total{};
+    std::size_t exits = 0;
+    for (std::size_t i = 0; i < world.files.size(); ++i) {
+        total[static_cast<std::size_t>(world.files[i].kind)] += contents[i].records.size();
+        exits += contents[i].exits.size();
+    }
+    for (std::size_t k = 0; k < kWorldKinds; ++k)
+        world.records_[k].reserve(total[k]);
+    world.exits.reserve(exits);
     for (std::size_t i = 0; i < world.files.size(); ++i) {
         const WorldFile& file = world.files[i];
         const auto k = static_cast<std::size_t>(file.kind);

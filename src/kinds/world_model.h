@@ -103,7 +103,6 @@ struct WorldFile {
     std::filesystem::path path;
     WorldKind kind = WorldKind::Zone;
     bool isIndex = false;
-    std::uintmax_t size = 0; // its bytes when listed
     bool read = false;       // read completely (an index: found and read)
     int count = 0;           // records read
     // What reading it found, and what the server checks record by record:
