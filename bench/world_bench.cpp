@@ -13,8 +13,9 @@
 // beyond it: marl-check alone is timed on it, and reads every file, though
 // it refuses each zone past 32767 as the server would.
 //
-// Each figure is the median wall time of R runs of the program, process
-// start included, as boot-check measures the server.
+// Each figure is the median wall time of 20 runs of the program (5 on the
+// worlds beyond the server), process start included, as boot-check measures
+// the server; marl-check and the server take turns run by run.
 
 #include <spawn.h>
 #include <sys/wait.h>
@@ -230,35 +231,28 @@ void makeWorld(const Sample& s, const fs::path& out, int copies) {
     spill(out / "shp" / "index", "$\n");
 }
 
-// The median wall time of `runs` runs of marl-check on the world, in ms.
-double timeCheck(const std::string& marlCheck, const fs::path& world, int runs) {
-    std::vector<double> times;
+// The wall time of one run of marl-check on the world, in ms, or -1.
+double timeCheck(const std::string& marlCheck, const fs::path& world) {
     const std::string folder = world.string();
     char* argv[] = {const_cast<char*>(marlCheck.c_str()), const_cast<char*>("--world"),
                     const_cast<char*>(folder.c_str()), nullptr};
     posix_spawn_file_actions_t quiet;
     posix_spawn_file_actions_init(&quiet);
     posix_spawn_file_actions_addopen(&quiet, 1, "/dev/null", 1 /* O_WRONLY */, 0);
-    for (int i = 0; i < runs; ++i) {
-        const auto start = std::chrono::steady_clock::now();
-        pid_t pid = 0;
-        int status = 0;
-        if (posix_spawn(&pid, argv[0], &quiet, nullptr, argv, environ) != 0 ||
-            waitpid(pid, &status, 0) < 0)
-            return -1;
-        times.push_back(
-            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
-                .count());
-    }
+    const auto start = std::chrono::steady_clock::now();
+    pid_t pid = 0;
+    int status = 0;
+    const bool ran = posix_spawn(&pid, argv[0], &quiet, nullptr, argv, environ) == 0 &&
+                     waitpid(pid, &status, 0) >= 0;
+    const auto end = std::chrono::steady_clock::now();
     posix_spawn_file_actions_destroy(&quiet);
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
+    return ran ? std::chrono::duration<double, std::milli>(end - start).count() : -1;
 }
 
-// boot-check's median, or -1 when the server does not boot the world.
-double timeServer(const std::string& bootCheck, const fs::path& world, int runs) {
-    const std::string command =
-        bootCheck + " --time " + std::to_string(runs) + " '" + world.string() + "' 2>&1";
+// The wall time of one boot of the server on the world (boot-check's
+// figure), or -1 when the server does not boot it.
+double timeServer(const std::string& bootCheck, const fs::path& world) {
+    const std::string command = bootCheck + " --time 1 '" + world.string() + "' 2>&1";
     FILE* pipe = popen(command.c_str(), "r");
     double median = -1;
     for (char line[512]; pipe && std::fgets(line, sizeof line, pipe);)
@@ -266,6 +260,11 @@ double timeServer(const std::string& bootCheck, const fs::path& world, int runs)
     if (pipe)
         pclose(pipe);
     return median;
+}
+
+double median(std::vector<double> times) {
+    std::sort(times.begin(), times.end());
+    return times.empty() || times.front() < 0 ? -1 : times[times.size() / 2];
 }
 
 } // namespace
@@ -292,10 +291,17 @@ int main(int argc, char** argv) {
             world = out / ("x" + std::to_string(copies));
             makeWorld(sample, world, copies);
         }
+        // The two take turns, run by run, so that what else the machine
+        // does at a moment weighs on both alike.
         const int runs = copies >= 50 ? 5 : 20;
-        const double marl = timeCheck(marlCheck, world, runs);
-        const double server =
-            copies * sample.rooms.size > 32767 ? -1 : timeServer(bootCheck, world, runs);
+        const bool serverBoots = copies * sample.rooms.size <= 32767;
+        std::vector<double> marlTimes, serverTimes;
+        for (int run = 0; run < runs; ++run) {
+            marlTimes.push_back(timeCheck(marlCheck, world));
+            if (serverBoots)
+                serverTimes.push_back(timeServer(bootCheck, world));
+        }
+        const double marl = median(marlTimes), server = median(serverTimes);
         const long rooms = long(copies) * long(sample.rooms.place.size());
         std::printf("%7dx %8ld %9.2f ms ", copies, rooms, marl);
         if (server > 0)
