@@ -21,6 +21,27 @@ std::string num(std::int64_t value) {
     return std::to_string(value);
 }
 
+// How many of each mobile or object are in the game: counted in place for
+// the VNums a kind's records span, any other in a map.
+class InGame {
+public:
+    explicit InGame(const std::vector<WorldRecord>& records) {
+        std::int32_t highest = -1;
+        for (const WorldRecord& record : records)
+            highest = std::max(highest, record.vnum);
+        counts_.assign(static_cast<std::size_t>(highest + 1), 0);
+    }
+    int& operator[](std::int32_t vnum) {
+        if (vnum >= 0 && static_cast<std::size_t>(vnum) < counts_.size())
+            return counts_[static_cast<std::size_t>(vnum)];
+        return others_[vnum];
+    }
+
+private:
+    std::vector<int> counts_;
+    std::unordered_map<std::int32_t, int> others_;
+};
+
 class Checker {
 public:
     Checker(const World& world, WorldReport& report) : world_(world), report_(report) {
@@ -363,7 +384,8 @@ private:
     void resets(const std::vector<std::vector<bool>>& disabled) {
         if (!complete({WorldKind::Zone, WorldKind::Room, WorldKind::Mobile, WorldKind::Object}))
             return;
-        std::unordered_map<std::int32_t, int> mobiles, objects; // how many are in the game
+        InGame mobiles(world_.records(WorldKind::Mobile)),
+            objects(world_.records(WorldKind::Object));
         for (std::size_t z = 0; z < world_.zones.size(); ++z) {
             const WorldZone& zone = world_.zones[z];
             bool mobile = false; // a mobile was loaded in this reset
@@ -377,7 +399,7 @@ private:
                         std::string(1, command.command) + ": " + what, server);
                     last = false;
                 };
-                const auto load = [&](std::unordered_map<std::int32_t, int>& count) {
+                const auto load = [&](InGame& count) {
                     last = count[command.arg1] < command.arg2;
                     count[command.arg1] += last ? 1 : 0;
                     return last;

@@ -493,7 +493,8 @@ World loadWorld(const fs::path& folder, std::string_view shown) {
             if (vnum >= 0) // a zone's number may be negative
                 world.present_[k][static_cast<std::size_t>(vnum)] = true;
         }
-        std::sort(sorted.begin(), sorted.end());
+        if (!world.inOrder_[k]) // in order, as the server wants them, they are sorted already
+            std::sort(sorted.begin(), sorted.end());
     }
     return world;
 }
