@@ -143,6 +143,7 @@ int readZone(std::string_view bytes, ZoneRecord& zone) {
     const std::size_t headerEnd = numbers.raw.data() + numbers.raw.size() - bytes.data();
     zone.Source = std::string(bytes.substr(0, headerEnd));
     zone.firstCommandLine = lineNumber(i);
+    zone.Commands.reserve(lines.size() - i);
 
     for (;; ++i) {
         if (i == lines.size())
@@ -154,7 +155,6 @@ int readZone(std::string_view bytes, ZoneRecord& zone) {
         // The rest of a line longer than the server reads at once: harmless
         // only where the server passes over it (it begins with `*`, or is the
         // line end), and kept with the line.
-        std::string wholeText(line.raw);
         while (!lines[i].ended) {
             const Line& rest = lines[++i];
             if (!passedOver(rest))
@@ -163,10 +163,7 @@ int readZone(std::string_view bytes, ZoneRecord& zone) {
                                 " characters the server reads at once, and it reads the "
                                 "rest as a line of its own");
             entry.Source += rest.raw;
-            wholeText += rest.raw;
         }
-        while (!wholeText.empty() && (wholeText.back() == '\n' || wholeText.back() == '\r'))
-            wholeText.pop_back();
         std::string_view text = line.text;
         const bool skipped = passedOver(line);
         while (!skipped && !text.empty() && isBlank(text.front()))
@@ -175,7 +172,10 @@ int readZone(std::string_view bytes, ZoneRecord& zone) {
             throw FormatError(number,
                               "a command, a \"*\" comment or the end \"S\", not blanks alone");
         if (skipped || text.front() == kComment) {
-            entry.Comment = std::move(wholeText);
+            std::string_view whole = entry.Source;
+            while (!whole.empty() && (whole.back() == '\n' || whole.back() == '\r'))
+                whole.remove_suffix(1);
+            entry.Comment = std::string(whole);
             zone.Commands.push_back(std::move(entry));
             continue;
         }
