@@ -5,7 +5,7 @@
 #   make fuzz   each fuzz target for FUZZ_SECONDS (60) seconds; `make test` runs
 #               each briefly as a smoke run (fuzz/run smoke)
 #   make mutants  plant each fault of tools/mutants/faults.tsv and run the suite
-#   make bench  reading speed, the zone editor's open and save, marl-check
+#   make bench  reading speed, the zone and shop editors' open and save, marl-check
 #               --world beside the server's boot, and the room editor's first
 #               paint with a 100 x world read behind it
 #   make package  a Debian package, marl_<version>_<arch>.deb, in this folder
@@ -64,6 +64,7 @@ bench: build
 	cmake --build --preset default --target bench/all -j $(JOBS)
 	./build/bench/marl-bench ../shared/corpus
 	./build/bench/zone-editor-bench ../shared/corpus/25.zon
+	./build/bench/shop-editor-bench ../shared/corpus/30.shp
 	./build/bench/world-bench ../shared/server/circle/lib/world build/marl-check \
 	  ../shared/server/boot-check build/bench-worlds
 	./build/bench/world-names-bench build/bench-worlds/x100

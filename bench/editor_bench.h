@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QPushButton>
 #include <QString>
 #include <algorithm>
@@ -42,6 +43,19 @@ private:
     QString folder_;
     YesPrompts prompts_;
 };
+
+// The zone file `source` with its zone's other files (rooms, mobiles,
+// objects, resets, shops) copied into `folder`, so that its world's names
+// are there.  False when the file itself is not.
+inline bool copyZoneFiles(const QFileInfo& source, const QString& folder) {
+    for (const char* extension : {".zon", ".wld", ".mob", ".obj", ".shp"})
+        QFile::copy(source.path() + '/' + source.baseName() + extension,
+                    folder + '/' + source.baseName() + extension);
+    if (QFile::exists(folder + '/' + source.fileName()))
+        return true;
+    std::fprintf(stderr, "cannot read %s\n", qPrintable(source.filePath()));
+    return false;
+}
 
 inline double millis(Clock::duration d) {
     return std::chrono::duration<double, std::milli>(d).count();

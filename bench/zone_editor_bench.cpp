@@ -36,13 +36,8 @@ int main(int argc, char** argv) {
     const std::int32_t zone = info.baseName().toInt();
     // The zone's world: its rooms, mobiles and objects beside it.
     QTemporaryDir dir;
-    for (const char* extension : {".zon", ".wld", ".mob", ".obj"})
-        QFile::copy(info.path() + '/' + info.baseName() + extension,
-                    dir.filePath(info.baseName() + extension));
-    if (!QFile::exists(dir.filePath(info.fileName()))) {
-        std::fprintf(stderr, "cannot read %s\n", qPrintable(source));
+    if (!copyZoneFiles(info, dir.path()))
         return 1;
-    }
     BenchHost host(dir.path() + '/');
     constexpr int runs = 60;
 
