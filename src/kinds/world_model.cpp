@@ -1,9 +1,15 @@
 #include "kinds/world_model.h"
 
+#if defined(__linux__)
+#include <pthread.h>
+#include <sched.h>
+#endif
+
 #include <algorithm>
 #include <atomic>
 #include <cstring>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <system_error>
 #include <thread>
@@ -331,37 +337,145 @@ void listFlatFiles(World& world) {
     }
 }
 
-// Reads each file on its own thread of a pool as large as the cores.
-void readAll(World& world, std::vector<FileContents>& contents) {
-    std::atomic<std::size_t> next{0};
-    auto work = [&] {
-        for (std::size_t i; (i = next++) < world.files.size();) {
-            WorldFile& file = world.files[i];
+// A reading thread.  Linux starts a new thread on the core that made it,
+// which is busy reading too, and moves it to an idle core only milliseconds
+// later: each starts on another core, then may take any.
+class Reader {
+public:
+    explicit Reader(std::function<void()> run) : run_(std::move(run)) {
+#if defined(__linux__)
+        cpu_set_t all, others;
+        const int here = sched_getcpu();
+        if (here >= 0 && sched_getaffinity(0, sizeof all, &all) == 0) {
+            others = all;
+            CPU_CLR(here, &others);
+            pthread_attr_t attributes;
+            if (CPU_COUNT(&others) > 0 && pthread_attr_init(&attributes) == 0) {
+                all_ = all;
+                const bool started =
+                    pthread_attr_setaffinity_np(&attributes, sizeof others, &others) == 0 &&
+                    pthread_create(&thread_, &attributes, &Reader::start, this) == 0;
+                pthread_attr_destroy(&attributes);
+                if (started) {
+                    native_ = true;
+                    return;
+                }
+            }
+        }
+#endif
+        std_ = std::thread(run_);
+    }
+    Reader(const Reader&) = delete;
+    Reader& operator=(const Reader&) = delete;
+    ~Reader() {
+#if defined(__linux__)
+        if (native_) {
+            pthread_join(thread_, nullptr);
+            return;
+        }
+#endif
+        std_.join();
+    }
+
+private:
+#if defined(__linux__)
+    static void* start(void* self) {
+        auto* reader = static_cast<Reader*>(self);
+        pthread_setaffinity_np(pthread_self(), sizeof reader->all_, &reader->all_);
+        reader->run_();
+        return nullptr;
+    }
+    pthread_t thread_{};
+    cpu_set_t all_{};
+    bool native_ = false;
+#endif
+    std::function<void()> run_;
+    std::thread std_;
+};
+
+// The threads that read a world's files.  One is started before the files
+// are listed, so that its start and its first tables are paid while the
+// folder is listed; a large world gets one a core.
+class ReadingPool {
+public:
+    explicit ReadingPool(World& world) : world_(world) {
+        if (cores() > 1)
+            start();
+    }
+    ReadingPool(const ReadingPool&) = delete;
+    ReadingPool& operator=(const ReadingPool&) = delete;
+    ~ReadingPool() { release(false); }
+
+    // Each file the world lists, read: what it holds for the world, by
+    // its place in the list.
+    std::vector<FileContents> readAll() {
+        contents_.resize(world_.files.size());
+        release(true);
+        // A thread more for each few dozen files: below that, starting one
+        // and waiting for it costs more than it saves.
+        constexpr std::size_t kFilesPerThread = 64;
+        const std::size_t wanted = std::min(cores(), world_.files.size() / kFilesPerThread + 1) - 1;
+        while (workers_.size() < wanted)
+            start();
+        work();
+        workers_.clear(); // each joined
+        return std::move(contents_);
+    }
+
+private:
+    static std::size_t cores() { return std::max(1u, std::thread::hardware_concurrency()); }
+    void start() {
+        workers_.push_back(std::make_unique<Reader>([this] {
+            warmUp();
+            if (waitForFiles())
+                work();
+        }));
+    }
+    // The tables a thread reads into, made while it waits.
+    static void warmUp() {
+        try {
+            threadTable<RoomKind::File>();
+            threadTable<MobileKind::File>();
+            threadTable<ObjectKind::File>();
+        } catch (const std::exception&) { // memory ran out: made when needed, or told then
+        }
+    }
+    // Until the files are listed: a while spinning, as listing takes a
+    // moment, then asleep.  False when there is nothing to read.
+    bool waitForFiles() {
+        for (int spin = 0; spin < 20000 && state_.load() == kListing; ++spin)
+            std::this_thread::yield();
+        state_.wait(kListing);
+        return state_.load() == kListed;
+    }
+    void release(bool listed) {
+        int expected = kListing;
+        if (state_.compare_exchange_strong(expected, listed ? kListed : kCancelled))
+            state_.notify_all();
+    }
+    void work() {
+        for (std::size_t i; (i = next_++) < world_.files.size();) {
+            WorldFile& file = world_.files[i];
             if (file.isIndex)
                 continue;
             try {
-                readFileOfKind(file, static_cast<int>(i), contents[i]);
+                readFileOfKind(file, static_cast<int>(i), contents_[i]);
             } catch (const std::exception& error) { // memory ran out
-                contents[i] = {};
+                contents_[i] = {};
                 file.read = false;
                 refuse(file, static_cast<int>(i), 0,
                        std::string("cannot be checked: ") + error.what());
             }
         }
-    };
-    // A thread more for each few dozen files: below that, starting one and
-    // waiting for it costs more than it saves.
-    constexpr std::size_t kFilesPerThread = 64;
-    const std::size_t cores = std::max(1u, std::thread::hardware_concurrency());
-    const std::size_t count =
-        std::min<std::size_t>(cores, world.files.size() / kFilesPerThread + 1);
-    std::vector<std::thread> workers;
-    for (std::size_t i = 1; i < count; ++i)
-        workers.emplace_back(work);
-    work();
-    for (std::thread& worker : workers)
-        worker.join();
-}
+    }
+
+    static constexpr int kListing = 0, kListed = 1, kCancelled = 2;
+    World& world_;
+    std::vector<FileContents> contents_;
+    std::atomic<int> state_{kListing};
+    std::atomic<std::size_t> next_{0};
+    std::vector<std::unique_ptr<Reader>> workers_;
+};
 
 } // namespace
 
@@ -432,13 +546,13 @@ World loadWorld(const fs::path& folder, std::string_view shown) {
     world.shown = shown.empty() ? folder.string() : std::string(shown);
     world.layout = layoutOf(folder);
     std::array<bool, kWorldKinds> missing{};
+    ReadingPool readers(world);
     if (world.layout == WorldLayout::Server)
         listServerFiles(world, missing);
     else
         listFlatFiles(world);
 
-    std::vector<FileContents> contents(world.files.size());
-    readAll(world, contents);
+    std::vector<FileContents> contents = readers.readAll();
 
     world.complete_.fill(true);
     for (std::size_t k = 0; k < kWorldKinds; ++k)
