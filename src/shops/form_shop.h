@@ -38,7 +38,6 @@ public:
     // A line of a list of VNums: "3010<tab>a loaf of bread", or "(not in
     // zone 30)" for a VNum the world holds no record of.
     QString vnumLine(WorldKind kind, std::int32_t vnum) const;
-    // The names of the file's world (null before a file).
 
 protected:
     void parseRecord() override;
