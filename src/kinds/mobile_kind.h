@@ -29,6 +29,10 @@ struct MobileKind {
          "Really Delete This Mobile?", "Zone Already Contains 99 Mobiles"}};
 
     static int read(std::string_view bytes, File& file) { return readMobiles(bytes, file); }
+    // The records one at a time, as the whole world is read.
+    static int readEach(std::string_view bytes, RecordStream<Record>& each) {
+        return readMobilesEach(bytes, each);
+    }
     static std::string write(const File& file, int count, std::int32_t /*zone*/) {
         return writeMobiles(file, count);
     }

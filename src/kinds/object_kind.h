@@ -29,6 +29,10 @@ struct ObjectKind {
          "Really Delete This Object?", "Zone Already Contains 99 Objects"}};
 
     static int read(std::string_view bytes, File& file) { return readObjects(bytes, file); }
+    // The records one at a time, as the whole world is read.
+    static int readEach(std::string_view bytes, RecordStream<Record>& each) {
+        return readObjectsEach(bytes, each);
+    }
     static std::string write(const File& file, int count, std::int32_t /*zone*/) {
         return writeObjects(file, count);
     }

@@ -29,6 +29,10 @@ struct RoomKind {
          "Really Delete This Room?", "Zone Already Contains 99 Rooms"}};
 
     static int read(std::string_view bytes, File& file) { return readRooms(bytes, file); }
+    // The records one at a time, as the whole world is read.
+    static int readEach(std::string_view bytes, RecordStream<Record>& each) {
+        return readRoomsEach(bytes, each);
+    }
     // Rooms carry the zone number in their numbers line.
     static std::string write(const File& file, int count, std::int32_t zone) {
         return writeRooms(file, count, zone);

@@ -100,13 +100,21 @@ void readMobile(TextReader& in, std::string_view bytes, MobileRecord& mobile, st
     }
 }
 
-} // namespace
-
-int readMobiles(std::string_view bytes, MobileTable& table) {
+template <typename Table> int readMobilesInto(std::string_view bytes, Table& table) {
     return readRecords(bytes, table, kHeader, kNextMobile,
                        [bytes](TextReader& in, MobileRecord& mobile, std::string& line) {
                            readMobile(in, bytes, mobile, line);
                        });
+}
+
+} // namespace
+
+int readMobiles(std::string_view bytes, MobileTable& table) {
+    return readMobilesInto(bytes, table);
+}
+
+int readMobilesEach(std::string_view bytes, RecordStream<MobileRecord>& stream) {
+    return readMobilesInto(bytes, stream);
 }
 
 std::string writeMobiles(const MobileTable& table, int count) {

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "mobiles/format/mobile_record.h"
+#include "world/record_stream.h"
 
 namespace marl {
 
@@ -13,6 +14,8 @@ namespace marl {
 // was expected there, for a file the server could not read either; the table
 // then holds the mobiles read so far (loadZoneTable clears it again).
 int readMobiles(std::string_view bytes, MobileTable& table);
+// The same records, each handed on as it is read.
+int readMobilesEach(std::string_view bytes, RecordStream<MobileRecord>& stream);
 
 // The text of a mobile file holding slots 0 to count - 1, in the table's line
 // ends.  A mobile read and not stored since is written as it was read.  For

@@ -64,6 +64,10 @@ int readObjects(std::string_view bytes, ObjectTable& table) {
     return readRecords(bytes, table, kHeader, kNextObject, readObject);
 }
 
+int readObjectsEach(std::string_view bytes, RecordStream<ObjectRecord>& stream) {
+    return readRecords(bytes, stream, kHeader, kNextObject, readObject);
+}
+
 std::string writeObjects(const ObjectTable& table, int count) {
     return writeRecords(table, count, 384, [&](TextWriter& out, const ObjectRecord& object) {
         out.tildeString(object.Alias);

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "objects/format/object_record.h"
+#include "world/record_stream.h"
 
 namespace marl {
 
@@ -13,6 +14,8 @@ namespace marl {
 // was expected there, for a file the server could not read either; the table
 // then holds the objects read so far (loadZoneTable clears it again).
 int readObjects(std::string_view bytes, ObjectTable& table);
+// The same records, each handed on as it is read.
+int readObjectsEach(std::string_view bytes, RecordStream<ObjectRecord>& stream);
 
 // The text of an object file holding slots 0 to count - 1, in the table's
 // line ends.  An object read and not stored since is written as it was

@@ -64,6 +64,10 @@ int readRooms(std::string_view bytes, RoomTable& table) {
     return readRecords(bytes, table, kHeader, kNextRoom, readRoom);
 }
 
+int readRoomsEach(std::string_view bytes, RecordStream<RoomRecord>& stream) {
+    return readRecords(bytes, stream, kHeader, kNextRoom, readRoom);
+}
+
 std::string writeRooms(const RoomTable& table, int count, std::int32_t zone) {
     return writeRecords(table, count, 512, [&](TextWriter& out, const RoomRecord& room) {
         out.tildeString(room.Name);

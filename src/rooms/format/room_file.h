@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "rooms/format/room_record.h"
+#include "world/record_stream.h"
 
 namespace marl {
 
@@ -13,6 +14,8 @@ namespace marl {
 // the number of rooms read.  Throws FormatError for a file the server could
 // not read either; the table then holds the rooms read so far.
 int readRooms(std::string_view bytes, RoomTable& table);
+// The same records, each handed on as it is read.
+int readRoomsEach(std::string_view bytes, RecordStream<RoomRecord>& stream);
 
 // The text of a world file holding slots 0 to count - 1, in the table's line
 // ends.  A room read and not stored since is written as it was read; any
