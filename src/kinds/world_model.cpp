@@ -7,10 +7,13 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <cstdint>
 #include <cstring>
 #include <exception>
 #include <functional>
 #include <memory>
+#include <new>
 #include <system_error>
 #include <thread>
 #include <type_traits>
@@ -20,6 +23,7 @@
 #include "kinds/zone_kinds.h"
 #include "shops/format/shop_checks.h"
 #include "shops/format/shop_file.h"
+#include "world/platform_file.h"
 #include "world/zone_file.h"
 #include "zones/format/zone_reset_file.h"
 
@@ -49,6 +53,12 @@ struct FileContents {
 template <typename Table> Table& threadTable() {
     thread_local const auto table = std::make_unique<Table>();
     return *table;
+}
+
+// The room of one record of each kind for each thread.
+template <typename Record> Record& threadRecord() {
+    thread_local const auto record = std::make_unique<Record>();
+    return *record;
 }
 
 int linesIn(std::string_view bytes) {
@@ -92,22 +102,29 @@ template <typename Kind> constexpr WorldKind worldKind() {
         return WorldKind::Object;
 }
 
+// A file's bytes, in a buffer each thread keeps for the next file.
+std::string& fileBuffer() {
+    thread_local std::string bytes;
+    return bytes;
+}
+
+// Each record of a file looked at as it is read, in the room of one record
+// the thread keeps: a world's records are not held, only what the world
+// needs of them.
 template <typename Kind> void readRecordFile(WorldFile& file, int fileIndex, FileContents& out) {
-    typename Kind::File& table = threadTable<typename Kind::File>();
-    const LoadOutcome outcome = loadZoneTable(file.path, table, Kind::read);
-    if (!outcome.ok) {
-        refuse(file, fileIndex, outcome.line,
-               outcome.line > 0 ? outcome.problem : "cannot read the file: " + outcome.problem);
-        return;
-    }
-    file.read = true;
-    file.count = outcome.count;
-    out.records.reserve(static_cast<std::size_t>(outcome.count));
-    int line = 1 + linesIn(table.leader);
-    for (int slot = 0; slot < outcome.count; ++slot) {
-        const auto& record = table[static_cast<std::size_t>(slot)];
+    using Record = typename Kind::Record;
+    std::string& bytes = fileBuffer();
+    std::string error;
+    if (!readZoneFile(file.path, bytes, error))
+        return refuse(file, fileIndex, 0, "cannot read the file: " + error);
+    const std::size_t findingsBefore = file.findings.size();
+    int line = 0; // the line of the record's header
+    int slot = 0;
+    RecordStream<Record> records(threadRecord<Record>(), [&](const Record& record) {
+        if (slot == 0)
+            line = 1 + linesIn(records.leader);
         out.records.push_back({record.VNum, fileIndex, line, std::string(nameOf(record))});
-        Findings found = Kind::problems(record, table.lineEnd);
+        Findings found = Kind::problems(record, records.lineEnd);
         checkMore(found, record);
         for (Finding& finding : found) {
             finding.what = std::string(Kind::info.one) + ' ' + std::to_string(record.VNum) + ": " +
@@ -124,7 +141,26 @@ template <typename Kind> void readRecordFile(WorldFile& file, int fileIndex, Fil
             }
         }
         line += linesIn(record.Source);
+        ++slot;
+    });
+    std::string problem;
+    int at = 0;
+    try {
+        file.count = Kind::readEach(bytes, records);
+        records.finish();
+        file.read = true;
+        return;
+    } catch (const FormatError& refused) {
+        at = refused.line();
+        problem = refused.problem();
+    } catch (const std::bad_alloc&) {
+        problem = "there is not enough memory to hold its records";
     }
+    // What was read before the fault is not the file's: the file is refused.
+    file.count = 0;
+    file.findings.resize(findingsBefore);
+    out = {};
+    refuse(file, fileIndex, at, at > 0 ? problem : "cannot read the file: " + problem);
 }
 
 void readZoneInto(WorldFile& file, int fileIndex, FileContents& out) {
@@ -228,18 +264,15 @@ long long leadingNumber(const std::string& name) {
     return number;
 }
 
-// The names in `folder`: each regular file's whose name ends in `extension`
-// into `ending`, and every entry's, whatever it is, into `all` (when given).
-void namesIn(const fs::path& folder, std::string_view extension, std::vector<std::string>& ending,
-             std::unordered_set<std::string>* all = nullptr) {
-    std::error_code ec;
-    for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
-        std::string name = it->path().filename().string();
-        if (name.size() > extension.size() && name.ends_with(extension) && it->is_regular_file(ec))
-            ending.push_back(name);
-        if (all)
-            all->insert(std::move(name));
-    }
+// The names in `entries` of regular files that end in `extension`.
+std::vector<std::string> namesEnding(const std::vector<platform::FolderEntry>& entries,
+                                     std::string_view extension) {
+    std::vector<std::string> names;
+    for (const platform::FolderEntry& entry : entries)
+        if (entry.regular && entry.name.size() > extension.size() &&
+            entry.name.ends_with(extension))
+            names.push_back(entry.name);
+    return names;
 }
 
 // Whether the server finds `name` in `folder`: a name the folder's listing
@@ -286,9 +319,13 @@ void listServerFiles(World& world, std::array<bool, kWorldKinds>& missing) {
                    "no \"$\" line ends the index: the server reads its last name again and again "
                    "and never finishes booting");
         }
-        std::vector<std::string> ending;
+        std::vector<platform::FolderEntry> entries;
+        platform::folderEntries(folder, entries);
+        std::vector<std::string> ending = namesEnding(entries, info.extension);
         std::unordered_set<std::string> inFolder;
-        namesIn(folder, info.extension, ending, &inFolder);
+        inFolder.reserve(entries.size());
+        for (platform::FolderEntry& entry : entries)
+            inFolder.insert(std::move(entry.name));
         std::vector<WorldFile> listed;
         for (const IndexEntry& entry : listing.entries) {
             const fs::path path = joined(folder.string(), entry.name);
@@ -321,9 +358,10 @@ void listServerFiles(World& world, std::array<bool, kWorldKinds>& missing) {
 // Every zone file of a flat folder, each kind in the order of the numbers
 // their names begin with.
 void listFlatFiles(World& world) {
+    std::vector<platform::FolderEntry> entries;
+    platform::folderEntries(world.folder, entries);
     for (const WorldKindInfo& info : kWorldKindInfo) {
-        std::vector<std::string> names;
-        namesIn(world.folder, info.extension, names);
+        std::vector<std::string> names = namesEnding(entries, info.extension);
         std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
             const long long na = leadingNumber(a), nb = leadingNumber(b);
             return na != nb ? na < nb : a < b;
@@ -337,106 +375,123 @@ void listFlatFiles(World& world) {
     }
 }
 
-// A reading thread.  Linux starts a new thread on the core that made it,
-// which is busy reading too, and moves it to an idle core only milliseconds
-// later: each starts on another core, then may take any.
-class Reader {
-public:
-    explicit Reader(std::function<void()> run) : run_(std::move(run)) {
+// What a reading thread is given: its work, and the cores it may run on.
+struct ReaderStart {
+    std::function<void()> run;
 #if defined(__linux__)
-        cpu_set_t all, others;
-        const int here = sched_getcpu();
-        if (here >= 0 && sched_getaffinity(0, sizeof all, &all) == 0) {
-            others = all;
-            CPU_CLR(here, &others);
-            pthread_attr_t attributes;
-            if (CPU_COUNT(&others) > 0 && pthread_attr_init(&attributes) == 0) {
-                all_ = all;
-                const bool started =
-                    pthread_attr_setaffinity_np(&attributes, sizeof others, &others) == 0 &&
-                    pthread_create(&thread_, &attributes, &Reader::start, this) == 0;
-                pthread_attr_destroy(&attributes);
-                if (started) {
-                    native_ = true;
-                    return;
-                }
+    cpu_set_t all{};
+#endif
+};
+
+#if defined(__linux__)
+void* runReader(void* given) {
+    const std::unique_ptr<ReaderStart> start(static_cast<ReaderStart*>(given));
+    pthread_setaffinity_np(pthread_self(), sizeof start->all, &start->all);
+    start->run();
+    return nullptr;
+}
+#endif
+
+// Starts a reading thread.  Linux starts a new thread on the core that made
+// it, which is busy reading too, and moves it to an idle core only
+// milliseconds later: each starts on another core, then may take any.  The
+// thread is let go rather than waited for: once `run` returns, what it has
+// left to do (freeing its tables) is its own, and nobody need wait for it.
+void startReader(std::function<void()> run) {
+    auto start = std::make_unique<ReaderStart>();
+    start->run = std::move(run);
+#if defined(__linux__)
+    cpu_set_t all, others;
+    const int here = sched_getcpu();
+    if (here >= 0 && sched_getaffinity(0, sizeof all, &all) == 0) {
+        others = all;
+        CPU_CLR(here, &others);
+        pthread_attr_t attributes;
+        if (CPU_COUNT(&others) > 0 && pthread_attr_init(&attributes) == 0) {
+            start->all = all;
+            pthread_t thread{};
+            const bool started =
+                pthread_attr_setaffinity_np(&attributes, sizeof others, &others) == 0 &&
+                pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED) == 0 &&
+                pthread_create(&thread, &attributes, &runReader, start.get()) == 0;
+            pthread_attr_destroy(&attributes);
+            if (started) {
+                start.release(); // the thread's own now
+                return;
             }
         }
-#endif
-        std_ = std::thread(run_);
     }
-    Reader(const Reader&) = delete;
-    Reader& operator=(const Reader&) = delete;
-    ~Reader() {
-#if defined(__linux__)
-        if (native_) {
-            pthread_join(thread_, nullptr);
-            return;
-        }
 #endif
-        std_.join();
-    }
-
-private:
-#if defined(__linux__)
-    static void* start(void* self) {
-        auto* reader = static_cast<Reader*>(self);
-        pthread_setaffinity_np(pthread_self(), sizeof reader->all_, &reader->all_);
-        reader->run_();
-        return nullptr;
-    }
-    pthread_t thread_{};
-    cpu_set_t all_{};
-    bool native_ = false;
-#endif
-    std::function<void()> run_;
-    std::thread std_;
-};
+    std::thread([start = std::move(start)] { start->run(); }).detach();
+}
 
 // The threads that read a world's files.  One is started before the files
 // are listed, so that its start and its first tables are paid while the
-// folder is listed; a large world gets one a core.
+// folder is listed; a large world gets one a core.  That first one takes the
+// files from the end of the list and the others from its start, so that each
+// thread mostly reads files of its own kinds and makes fewer tables.
 class ReadingPool {
 public:
     explicit ReadingPool(World& world) : world_(world) {
         if (cores() > 1)
-            start();
+            start(true);
     }
     ReadingPool(const ReadingPool&) = delete;
     ReadingPool& operator=(const ReadingPool&) = delete;
-    ~ReadingPool() { release(false); }
+    ~ReadingPool() {
+        release(false);
+        waitForThreads();
+    }
 
     // Each file the world lists, read: what it holds for the world, by
     // its place in the list.
     std::vector<FileContents> readAll() {
         contents_.resize(world_.files.size());
+        // Rooms first, the largest files, then the kinds the thread from
+        // the end reads, in the order it meets them.
+        for (const WorldKind kind : {WorldKind::Room, WorldKind::Zone, WorldKind::Mobile,
+                                     WorldKind::Object, WorldKind::Shop})
+            for (std::size_t i = 0; i < world_.files.size(); ++i)
+                if (!world_.files[i].isIndex && world_.files[i].kind == kind)
+                    order_.push_back(i);
+        ends_.store(std::uint64_t(order_.size()) << 32);
         release(true);
         // A thread more for each few dozen files: below that, starting one
         // and waiting for it costs more than it saves.
         constexpr std::size_t kFilesPerThread = 64;
-        const std::size_t wanted = std::min(cores(), world_.files.size() / kFilesPerThread + 1) - 1;
-        while (workers_.size() < wanted)
-            start();
-        work();
-        workers_.clear(); // each joined
+        const std::size_t wanted = std::min(cores(), order_.size() / kFilesPerThread + 1) - 1;
+        while (started_ < wanted)
+            start(false);
+        work(false);
+        waitForThreads();
         return std::move(contents_);
     }
 
 private:
     static std::size_t cores() { return std::max(1u, std::thread::hardware_concurrency()); }
-    void start() {
-        workers_.push_back(std::make_unique<Reader>([this] {
-            warmUp();
-            if (waitForFiles())
-                work();
-        }));
+    void start(bool fromEnd) {
+        ++running_;
+        ++started_;
+        try {
+            startReader([this, fromEnd] {
+                if (fromEnd)
+                    warmUp();
+                if (waitForFiles())
+                    work(fromEnd);
+                --running_; // the last this thread does with the pool
+            });
+        } catch (...) {
+            --running_;
+            throw;
+        }
     }
-    // The tables a thread reads into, made while it waits.
+    // The tables the thread from the end reads into first, made while it
+    // waits.
     static void warmUp() {
         try {
-            threadTable<RoomKind::File>();
-            threadTable<MobileKind::File>();
-            threadTable<ObjectKind::File>();
+            threadTable<ShopTable>();
+            threadRecord<ObjectRecord>();
+            threadRecord<MobileRecord>();
         } catch (const std::exception&) { // memory ran out: made when needed, or told then
         }
     }
@@ -453,11 +508,36 @@ private:
         if (state_.compare_exchange_strong(expected, listed ? kListed : kCancelled))
             state_.notify_all();
     }
-    void work() {
-        for (std::size_t i; (i = next_++) < world_.files.size();) {
+    // Until every thread is done with the pool: the last file of the other
+    // thread is mostly under way, so a while spinning, then in short naps.
+    void waitForThreads() const {
+        for (int spin = 0; running_.load() > 0; ++spin) {
+            if (spin < 20000)
+                std::this_thread::yield();
+            else
+                std::this_thread::sleep_for(std::chrono::microseconds(50));
+        }
+    }
+    // The next file to read from the start or the end of the order, or
+    // false when every file is taken.
+    bool take(bool fromEnd, std::size_t& file) {
+        std::uint64_t ends = ends_.load();
+        for (;;) {
+            const auto front = static_cast<std::uint32_t>(ends);
+            const auto back = static_cast<std::uint32_t>(ends >> 32);
+            if (front >= back)
+                return false;
+            const std::uint64_t next = fromEnd ? (std::uint64_t(back - 1) << 32) | front
+                                               : (std::uint64_t(back) << 32) | (front + 1);
+            if (ends_.compare_exchange_weak(ends, next)) {
+                file = order_[fromEnd ? back - 1 : front];
+                return true;
+            }
+        }
+    }
+    void work(bool fromEnd) {
+        for (std::size_t i; take(fromEnd, i);) {
             WorldFile& file = world_.files[i];
-            if (file.isIndex)
-                continue;
             try {
                 readFileOfKind(file, static_cast<int>(i), contents_[i]);
             } catch (const std::exception& error) { // memory ran out
@@ -472,9 +552,11 @@ private:
     static constexpr int kListing = 0, kListed = 1, kCancelled = 2;
     World& world_;
     std::vector<FileContents> contents_;
+    std::vector<std::size_t> order_; // the files to read, by place in the list
     std::atomic<int> state_{kListing};
-    std::atomic<std::size_t> next_{0};
-    std::vector<std::unique_ptr<Reader>> workers_;
+    std::atomic<std::uint64_t> ends_{0}; // the next from the start; above it, the end
+    std::atomic<int> running_{0};
+    std::size_t started_ = 0;
 };
 
 } // namespace

@@ -1,10 +1,12 @@
 #pragma once
 // The platform's file calls behind reading and safely replacing zone files
-// (platform_sync.cpp), and the words both use for what a path names.
+// (platform_sync.cpp), listing a folder (platform_folder.cpp), and the words
+// they use for what a path names.
 
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "world/zone_file.h"
 
@@ -26,6 +28,14 @@ bool readRegularFile(const std::filesystem::path& path, std::string& bytes, std:
 // `target` is there to be replaced (it is then a regular file).
 bool replaceFile(const std::filesystem::path& target, bool exists, std::string_view bytes,
                  std::string& error);
+
+// What a folder holds: each name in it (not "." or ".."), and whether it is
+// a regular file, or a link to one.  False when the folder cannot be read.
+struct FolderEntry {
+    std::string name;
+    bool regular = false;
+};
+bool folderEntries(const std::filesystem::path& folder, std::vector<FolderEntry>& entries);
 
 // The hook of `setSaveFault`: the errno a step is to fail with, or 0.
 int injectedFault(SaveStep step);
