@@ -287,71 +287,89 @@ bool present(const std::unordered_set<std::string>& names, const fs::path& path,
            ec != std::errc::no_such_file_or_directory;
 }
 
-// The files the server loads, with each kind's index before them.  Records
-// `missing` for a kind whose files are not all there to be read.
-void listServerFiles(World& world, std::array<bool, kWorldKinds>& missing) {
-    for (const WorldKindInfo& info : kWorldKindInfo) {
-        const fs::path folder = world.folder / info.folder;
-        const std::string shown = joined(world.shown, info.folder);
-        const int at = static_cast<int>(world.files.size());
-        WorldFile& index = world.files.emplace_back();
-        index.kind = info.kind;
-        index.isIndex = true;
-        index.path = folder / "index";
-        index.shown = joined(shown, "index");
-        std::string bytes, error;
-        bool& kindMissing = missing[static_cast<std::size_t>(info.kind)];
-        if (!readZoneFile(index.path, bytes, error)) {
-            kindMissing = true;
+// One kind's files in the server's layout: its index, then the files it
+// lists that are there.  A finding's file is its place in `files`.
+struct KindFiles {
+    std::vector<WorldFile> files;
+    bool missing = false; // not all of the kind's files are there to be read
+};
+
+// The files the server loads of one kind, with the kind's index before them.
+void listServerKind(const World& world, const WorldKindInfo& info, KindFiles& out) {
+    const fs::path folder = world.folder / info.folder;
+    const std::string shown = joined(world.shown, info.folder);
+    constexpr int at = 0;
+    WorldFile& index = out.files.emplace_back();
+    index.kind = info.kind;
+    index.isIndex = true;
+    index.path = folder / "index";
+    index.shown = joined(shown, "index");
+    std::string bytes, error;
+    if (!readZoneFile(index.path, bytes, error)) {
+        out.missing = true;
+        index.findings.push_back(
+            {at,
+             0,
+             {Severity::RefusesBoot, "cannot read the index, which the server loads: " + error,
+              "opening index file"}});
+        return;
+    }
+    index.read = true;
+    const IndexListing listing = readIndex(bytes);
+    index.indexEnd = listing.endLine;
+    if (listing.endLine == 0) {
+        out.missing = true;
+        refuse(index, at, linesIn(bytes) + 1,
+               "no \"$\" line ends the index: the server reads its last name again and again "
+               "and never finishes booting");
+    }
+    std::vector<platform::FolderEntry> entries;
+    platform::folderEntries(folder, entries);
+    std::vector<std::string> ending = namesEnding(entries, info.extension);
+    std::unordered_set<std::string> inFolder;
+    inFolder.reserve(entries.size());
+    for (platform::FolderEntry& entry : entries)
+        inFolder.insert(std::move(entry.name));
+    std::vector<WorldFile> listed;
+    const std::string folderText = folder.string();
+    for (const IndexEntry& entry : listing.entries) {
+        fs::path path = joined(folderText, entry.name);
+        if (!present(inFolder, path, entry.name)) {
+            out.missing = true;
             index.findings.push_back(
                 {at,
-                 0,
-                 {Severity::RefusesBoot, "cannot read the index, which the server loads: " + error,
-                  "opening index file"}});
+                 entry.line,
+                 {Severity::RefusesBoot, "lists " + entry.name + ", which is not in the folder",
+                  "listed in"}});
             continue;
         }
-        index.read = true;
-        const IndexListing listing = readIndex(bytes);
-        index.indexEnd = listing.endLine;
-        if (listing.endLine == 0) {
-            kindMissing = true;
-            refuse(index, at, linesIn(bytes) + 1,
-                   "no \"$\" line ends the index: the server reads its last name again and again "
-                   "and never finishes booting");
-        }
-        std::vector<platform::FolderEntry> entries;
-        platform::folderEntries(folder, entries);
-        std::vector<std::string> ending = namesEnding(entries, info.extension);
-        std::unordered_set<std::string> inFolder;
-        inFolder.reserve(entries.size());
-        for (platform::FolderEntry& entry : entries)
-            inFolder.insert(std::move(entry.name));
-        std::vector<WorldFile> listed;
-        for (const IndexEntry& entry : listing.entries) {
-            const fs::path path = joined(folder.string(), entry.name);
-            if (!present(inFolder, path, entry.name)) {
-                kindMissing = true;
-                index.findings.push_back(
-                    {at,
-                     entry.line,
-                     {Severity::RefusesBoot, "lists " + entry.name + ", which is not in the folder",
-                      "listed in"}});
-                continue;
-            }
-            WorldFile& file = listed.emplace_back();
-            file.kind = info.kind;
-            file.path = path;
-            file.shown = joined(shown, entry.name);
-        }
-        std::unordered_set<std::string_view> names;
-        for (const IndexEntry& entry : listing.entries)
-            names.insert(entry.name);
-        for (std::string& name : ending)
-            if (!names.count(name))
-                index.unlisted.push_back(std::move(name));
-        std::sort(index.unlisted.begin(), index.unlisted.end());
-        for (WorldFile& file : listed)
+        WorldFile& file = listed.emplace_back();
+        file.kind = info.kind;
+        file.path = std::move(path);
+        file.shown = joined(shown, entry.name);
+    }
+    std::unordered_set<std::string_view> names;
+    for (const IndexEntry& entry : listing.entries)
+        names.insert(entry.name);
+    for (std::string& name : ending)
+        if (!names.count(name))
+            index.unlisted.push_back(std::move(name));
+    std::sort(index.unlisted.begin(), index.unlisted.end());
+    for (WorldFile& file : listed)
+        out.files.push_back(std::move(file));
+}
+
+// The kinds' files after each other, in the order the server loads them.
+void addServerFiles(World& world, std::array<KindFiles, kWorldKinds>& kinds,
+                    std::array<bool, kWorldKinds>& missing) {
+    for (std::size_t k = 0; k < kWorldKinds; ++k) {
+        missing[static_cast<std::size_t>(kWorldKindInfo[k].kind)] = kinds[k].missing;
+        for (WorldFile& file : kinds[k].files) {
+            const int at = static_cast<int>(world.files.size());
+            for (auto& finding : file.findings)
+                finding.file = at;
             world.files.push_back(std::move(file));
+        }
     }
 }
 
@@ -425,15 +443,21 @@ void startReader(std::function<void()> run) {
     std::thread([start = std::move(start)] { start->run(); }).detach();
 }
 
-// The threads that read a world's files.  One is started before the files
-// are listed, so that its start and its first tables are paid while the
-// folder is listed; a large world gets one a core.  That first one takes the
-// files from the end of the list and the others from its start, so that each
+// The threads that list and read a world's files.  One is started before
+// the files are listed: it lists parts of the world beside the thread that
+// made it, and makes its first tables while that one finishes; a large
+// world gets a thread a core.  That first one takes the parts to list and
+// the files to read from the end, the others from the start, so that each
 // thread mostly reads files of its own kinds and makes fewer tables.
 class ReadingPool {
 public:
-    explicit ReadingPool(World& world) : world_(world) {
-        if (cores() > 1)
+    // `list(part)` lists part 0 to `parts` - 1 of the world, each on
+    // whichever thread takes it first.
+    ReadingPool(World& world, std::function<void(std::size_t)> list, std::size_t parts)
+        : world_(world), cores_(cores()), list_(std::move(list)), parts_(parts),
+          listErrors_(parts) {
+        partEnds_.store(std::uint64_t(parts) << 32);
+        if (cores_ > 1)
             start(true);
     }
     ReadingPool(const ReadingPool&) = delete;
@@ -441,6 +465,17 @@ public:
     ~ReadingPool() {
         release(false);
         waitForThreads();
+    }
+
+    // Every part of the world listed, by this thread and the first other;
+    // what the listing of a part threw is thrown here.
+    void listAll() {
+        listShare(false);
+        for (int spin = 0; listed_.load() < parts_; ++spin)
+            nap(spin);
+        for (const std::exception_ptr& error : listErrors_)
+            if (error)
+                std::rethrow_exception(error);
     }
 
     // Each file the world lists, read: what it holds for the world, by
@@ -459,7 +494,7 @@ public:
         // A thread more for each few dozen files: below that, starting one
         // and waiting for it costs more than it saves.
         constexpr std::size_t kFilesPerThread = 64;
-        const std::size_t wanted = std::min(cores(), order_.size() / kFilesPerThread + 1) - 1;
+        const std::size_t wanted = std::min(cores_, order_.size() / kFilesPerThread + 1) - 1;
         while (started_ < wanted)
             start(false);
         work(false);
@@ -468,14 +503,25 @@ public:
     }
 
 private:
-    static std::size_t cores() { return std::max(1u, std::thread::hardware_concurrency()); }
+    // The cores this process may run on.  On Linux the system says so at
+    // once; the library asks the file system each time.
+    static std::size_t cores() {
+#if defined(__linux__)
+        cpu_set_t allowed;
+        if (sched_getaffinity(0, sizeof allowed, &allowed) == 0)
+            return static_cast<std::size_t>(std::max(1, CPU_COUNT(&allowed)));
+#endif
+        return std::max(1u, std::thread::hardware_concurrency());
+    }
     void start(bool fromEnd) {
         ++running_;
         ++started_;
         try {
             startReader([this, fromEnd] {
-                if (fromEnd)
+                if (fromEnd) {
+                    listShare(true);
                     warmUp();
+                }
                 if (waitForFiles())
                     work(fromEnd);
                 --running_; // the last this thread does with the pool
@@ -508,35 +554,50 @@ private:
         if (state_.compare_exchange_strong(expected, listed ? kListed : kCancelled))
             state_.notify_all();
     }
-    // Until every thread is done with the pool: the last file of the other
-    // thread is mostly under way, so a while spinning, then in short naps.
-    void waitForThreads() const {
-        for (int spin = 0; running_.load() > 0; ++spin) {
-            if (spin < 20000)
-                std::this_thread::yield();
-            else
-                std::this_thread::sleep_for(std::chrono::microseconds(50));
-        }
+    // A wait for the other threads, which are mostly about to finish: a
+    // while spinning, then in short naps.
+    static void nap(int spin) {
+        if (spin < 20000)
+            std::this_thread::yield();
+        else
+            std::this_thread::sleep_for(std::chrono::microseconds(50));
     }
-    // The next file to read from the start or the end of the order, or
-    // false when every file is taken.
-    bool take(bool fromEnd, std::size_t& file) {
-        std::uint64_t ends = ends_.load();
+    // Until every thread is done with the pool.
+    void waitForThreads() const {
+        for (int spin = 0; running_.load() > 0; ++spin)
+            nap(spin);
+    }
+    // The next place from the start or the end of what `ends` holds (the
+    // next from the start; above it, one past the end), or false when every
+    // place is taken.
+    static bool take(std::atomic<std::uint64_t>& ends, bool fromEnd, std::size_t& place) {
+        std::uint64_t now = ends.load();
         for (;;) {
-            const auto front = static_cast<std::uint32_t>(ends);
-            const auto back = static_cast<std::uint32_t>(ends >> 32);
+            const auto front = static_cast<std::uint32_t>(now);
+            const auto back = static_cast<std::uint32_t>(now >> 32);
             if (front >= back)
                 return false;
             const std::uint64_t next = fromEnd ? (std::uint64_t(back - 1) << 32) | front
                                                : (std::uint64_t(back) << 32) | (front + 1);
-            if (ends_.compare_exchange_weak(ends, next)) {
-                file = order_[fromEnd ? back - 1 : front];
+            if (ends.compare_exchange_weak(now, next)) {
+                place = fromEnd ? back - 1 : front;
                 return true;
             }
         }
     }
+    // The parts of the world this thread takes to list.
+    void listShare(bool fromEnd) {
+        for (std::size_t part; take(partEnds_, fromEnd, part); ++listed_) {
+            try {
+                list_(part);
+            } catch (...) {
+                listErrors_[part] = std::current_exception();
+            }
+        }
+    }
     void work(bool fromEnd) {
-        for (std::size_t i; take(fromEnd, i);) {
+        for (std::size_t place; take(ends_, fromEnd, place);) {
+            const std::size_t i = order_[place];
             WorldFile& file = world_.files[i];
             try {
                 readFileOfKind(file, static_cast<int>(i), contents_[i]);
@@ -551,6 +612,12 @@ private:
 
     static constexpr int kListing = 0, kListed = 1, kCancelled = 2;
     World& world_;
+    const std::size_t cores_;
+    const std::function<void(std::size_t)> list_;
+    const std::size_t parts_;
+    std::vector<std::exception_ptr> listErrors_; // each written by the thread listing its part
+    std::atomic<std::uint64_t> partEnds_{0};     // as ends_, of the parts to list
+    std::atomic<std::size_t> listed_{0};
     std::vector<FileContents> contents_;
     std::vector<std::size_t> order_; // the files to read, by place in the list
     std::atomic<int> state_{kListing};
@@ -628,11 +695,19 @@ World loadWorld(const fs::path& folder, std::string_view shown) {
     world.shown = shown.empty() ? folder.string() : std::string(shown);
     world.layout = layoutOf(folder);
     std::array<bool, kWorldKinds> missing{};
-    ReadingPool readers(world);
-    if (world.layout == WorldLayout::Server)
-        listServerFiles(world, missing);
-    else
+    // In the server's layout each kind is listed on its own, two at once.
+    std::array<KindFiles, kWorldKinds> kinds;
+    const bool server = world.layout == WorldLayout::Server;
+    ReadingPool readers(
+        world,
+        [&](std::size_t k) { listServerKind(world, kWorldKindInfo[k], kinds[k]); },
+        server ? kWorldKinds : 0);
+    if (server) {
+        readers.listAll();
+        addServerFiles(world, kinds, missing);
+    } else {
         listFlatFiles(world);
+    }
 
     std::vector<FileContents> contents = readers.readAll();
 
