@@ -118,11 +118,8 @@ template <typename Kind> void readRecordFile(WorldFile& file, int fileIndex, Fil
     if (!readZoneFile(file.path, bytes, error))
         return refuse(file, fileIndex, 0, "cannot read the file: " + error);
     const std::size_t findingsBefore = file.findings.size();
-    int line = 0; // the line of the record's header
     int slot = 0;
-    RecordStream<Record> records(threadRecord<Record>(), [&](const Record& record) {
-        if (slot == 0)
-            line = 1 + linesIn(records.leader);
+    RecordStream<Record> records(threadRecord<Record>(), [&](const Record& record, int line) {
         out.records.push_back({record.VNum, fileIndex, line, std::string(nameOf(record))});
         Findings found = Kind::problems(record, records.lineEnd);
         checkMore(found, record);
@@ -140,7 +137,6 @@ template <typename Kind> void readRecordFile(WorldFile& file, int fileIndex, Fil
                                          exit.KeyVNum, exit.ToVNum});
             }
         }
-        line += linesIn(record.Source);
         ++slot;
     });
     std::string problem;

@@ -67,6 +67,8 @@ int readRecords(std::string_view bytes, Table& table, std::string_view header,
             table.notes = std::move(in.notes());
             return count;
         }
+        if constexpr (requires { table.headerAt(0); })
+            table.headerAt(in.lastLineNumber()); // a stream hands on the record before
         auto& record = table[static_cast<std::size_t>(count)];
         record.VNum = vnum;
         in.markRecord();

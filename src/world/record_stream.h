@@ -18,18 +18,24 @@ namespace marl {
 template <typename Record> class RecordStream {
 public:
     // `scratch` is the room each record is read into; `take` is handed
-    // each record, in file order.
-    RecordStream(Record& scratch, std::function<void(const Record&)> take)
+    // each record, in file order, with the line of its header.
+    RecordStream(Record& scratch, std::function<void(const Record&, int)> take)
         : record_(scratch), take_(std::move(take)) {}
     RecordStream(const RecordStream&) = delete;
     RecordStream& operator=(const RecordStream&) = delete;
 
-    // The room for the next record: the record before it is complete, and
-    // handed on first.
+    // A header read at `line`: the record before it is complete, and
+    // handed on.
+    void headerAt(int line) {
+        handOn();
+        nextLine_ = line;
+    }
+    // The room for the record of the header.
     Record& operator[](std::size_t) {
         handOn();
         clearRecord(record_);
         held_ = true;
+        line_ = nextLine_;
         return record_;
     }
     // When the reader has returned: its last record handed on.
@@ -44,13 +50,15 @@ private:
     void handOn() {
         if (held_) {
             held_ = false;
-            take_(record_);
+            take_(record_, line_);
         }
     }
 
     Record& record_;
-    std::function<void(const Record&)> take_;
+    std::function<void(const Record&, int)> take_;
     bool held_ = false;
+    int line_ = 0;     // of the record held
+    int nextLine_ = 0; // of the header read last
 };
 
 } // namespace marl
