@@ -229,17 +229,26 @@ void FieldLine::scan(std::string_view format) {
         while (i < size && isBlank(text_[i]))
             ++i;
     };
-    // %d: blanks, a sign, at least one digit.
+    // %d: blanks, a sign, at least one digit.  Its value is kept, so that
+    // the digits are read once.
+    std::int64_t value = 0;
     const auto number = [&] {
         blanks();
         const std::size_t start = i;
+        const bool negative = i < size && text_[i] == '-';
         if (i < size && (text_[i] == '-' || text_[i] == '+'))
             ++i;
         const std::size_t digits = i;
-        while (i < size && text_[i] >= '0' && text_[i] <= '9')
+        constexpr std::int64_t kBeyond = std::int64_t(1) << 40; // beyond any field
+        value = 0;
+        while (i < size && text_[i] >= '0' && text_[i] <= '9') {
+            value = std::min(value * 10 + (text_[i] - '0'), kBeyond);
             ++i;
+        }
         if (i == digits)
             throw FormatError(line_, std::string(what_));
+        if (negative)
+            value = -value;
         return start;
     };
     const auto literal = [&](char c) {
@@ -252,6 +261,8 @@ void FieldLine::scan(std::string_view format) {
         switch (format[field]) {
         case 'd':
             start = number();
+            numbers_[field] = value;
+            scanned_[field] = true;
             break;
         case 'x':
             start = number();
@@ -278,6 +289,12 @@ void FieldLine::scan(std::string_view format) {
         }
         fields_[field] = text_.substr(start, i - start);
     }
+}
+
+std::int64_t FieldLine::number(std::size_t field, std::int64_t min, std::int64_t max) const {
+    if (numbers_[field] < min || numbers_[field] > max)
+        throw FormatError(line_, std::string(what_));
+    return numbers_[field];
 }
 
 std::string FieldLine::dice(std::size_t field) const {

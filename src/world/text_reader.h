@@ -142,18 +142,30 @@ public:
 
     // The field as the line has it (dice with any blanks inside).
     std::string_view text(std::size_t field) const { return fields_[field]; }
-    std::int16_t int16(std::size_t field) const { return toInt16(fields_[field], line_, what_); }
-    std::int32_t int32(std::size_t field) const { return toInt32(fields_[field], line_, what_); }
+    std::int16_t int16(std::size_t field) const {
+        return scanned_[field] ? static_cast<std::int16_t>(number(field, INT16_MIN, INT16_MAX))
+                               : toInt16(fields_[field], line_, what_);
+    }
+    std::int32_t int32(std::size_t field) const {
+        return scanned_[field] ? static_cast<std::int32_t>(number(field, INT32_MIN, INT32_MAX))
+                               : toInt32(fields_[field], line_, what_);
+    }
     // A dice field without the blanks the server passes over inside it.
     std::string dice(std::size_t field) const;
 
 private:
     void scan(std::string_view format);
+    // A `d` field's number, when within `min` to `max`; else FormatError.
+    std::int64_t number(std::size_t field, std::int64_t min, std::int64_t max) const;
 
     std::string_view text_;
     int line_;
     std::string_view what_;
     std::array<std::string_view, kMaxFields> fields_{};
+    // Each `d` field's number as it was scanned, held within a bound far
+    // beyond 32 bits so that a long one cannot overflow.
+    std::array<std::int64_t, kMaxFields> numbers_{};
+    std::array<bool, kMaxFields> scanned_{}; // numbers_ holds the field's number
 };
 
 // The blanks of the server's scanning: what `isspace` names.
