@@ -160,12 +160,13 @@ template <typename Kind> void readRecordFile(WorldFile& file, int fileIndex, Fil
 }
 
 void readZoneInto(WorldFile& file, int fileIndex, FileContents& out) {
-    std::string bytes, error;
+    std::string& bytes = fileBuffer();
+    std::string error;
     if (!readZoneFile(file.path, bytes, error))
         return refuse(file, fileIndex, 0, "cannot read the file: " + error);
     ZoneRecord zone;
     try {
-        readZone(bytes, zone);
+        readZone(bytes, zone, CommandTexts::Dropped);
     } catch (const FormatError& refused) {
         return refuse(file, fileIndex, refused.line(), refused.problem());
     }
@@ -177,6 +178,7 @@ void readZoneInto(WorldFile& file, int fileIndex, FileContents& out) {
     held.top = zone.Top;
     held.noBottom = zone.NoBottom;
     held.numbersLine = zone.numbersLine;
+    held.commands.reserve(zone.Commands.size());
     for (std::size_t i = 0; i < zone.Commands.size(); ++i) {
         const ZoneCommand& c = zone.Commands[i];
         if (c.Command != kComment)

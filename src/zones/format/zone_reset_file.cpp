@@ -20,8 +20,10 @@ struct Line {
     bool ended; // the raw bytes end the file line
 };
 
-std::vector<Line> splitLines(std::string_view bytes) {
-    std::vector<Line> lines;
+// The lines of `bytes`, into a list each thread keeps for the next file.
+const std::vector<Line>& splitLines(std::string_view bytes) {
+    thread_local std::vector<Line> lines;
+    lines.clear();
     std::size_t start = 0;
     int fileLine = 1;
     while (start < bytes.size()) {
@@ -88,9 +90,10 @@ std::string_view eolOf(LineEnd lineEnd) {
 
 } // namespace
 
-int readZone(std::string_view bytes, ZoneRecord& zone) {
+int readZone(std::string_view bytes, ZoneRecord& zone, CommandTexts texts) {
     zone = ZoneRecord{};
-    const std::vector<Line> lines = splitLines(bytes);
+    const bool kept = texts == CommandTexts::Kept;
+    const std::vector<Line>& lines = splitLines(bytes);
     if (const std::size_t lf = bytes.find('\n'); lf != std::string_view::npos)
         zone.lineEnd = lf > 0 && bytes[lf - 1] == '\r' ? LineEnd::CrLf : LineEnd::Lf;
     const auto lineNumber = [&](std::size_t index) {
@@ -151,7 +154,8 @@ int readZone(std::string_view bytes, ZoneRecord& zone) {
         const Line& line = lines[i];
         const int number = lineNumber(i);
         ZoneCommand entry;
-        entry.Source = std::string(line.raw);
+        if (kept)
+            entry.Source = std::string(line.raw);
         // The rest of a line longer than the server reads at once: harmless
         // only where the server passes over it (it begins with `*`, or is the
         // line end), and kept with the line.
@@ -162,7 +166,8 @@ int readZone(std::string_view bytes, ZoneRecord& zone) {
                     number, "the line is longer than the " + std::to_string(kServerLine) +
                                 " characters the server reads at once, and it reads the "
                                 "rest as a line of its own");
-            entry.Source += rest.raw;
+            if (kept)
+                entry.Source += rest.raw;
         }
         std::string_view text = line.text;
         const bool skipped = passedOver(line);
@@ -175,7 +180,8 @@ int readZone(std::string_view bytes, ZoneRecord& zone) {
             std::string_view whole = entry.Source;
             while (!whole.empty() && (whole.back() == '\n' || whole.back() == '\r'))
                 whole.remove_suffix(1);
-            entry.Comment = std::string(whole);
+            if (kept)
+                entry.Comment = std::string(whole);
             zone.Commands.push_back(std::move(entry));
             continue;
         }
@@ -202,7 +208,9 @@ int readZone(std::string_view bytes, ZoneRecord& zone) {
         if (!hasThreeArgs(letter))
             entry.Arg3 = fields.int32(3);
         const std::string_view lastField = fields.text(last);
-        entry.Comment = std::string(rest.substr(lastField.data() + lastField.size() - rest.data()));
+        if (kept)
+            entry.Comment =
+                std::string(rest.substr(lastField.data() + lastField.size() - rest.data()));
         zone.Commands.push_back(std::move(entry));
     }
     zone.Trailer = std::string(bytes.substr(lines[i].raw.data() - bytes.data()));

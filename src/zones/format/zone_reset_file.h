@@ -13,10 +13,15 @@
 
 namespace marl {
 
+// Whether a zone read keeps each command's bytes and comment, which only
+// writing the file back needs: a check of the whole world drops them.
+enum class CommandTexts { Kept, Dropped };
+
 // Reads `bytes` into `zone` (replacing what it held) and returns the
 // server's count of its commands (commandCount); throws FormatError naming the line and what was
 // expected there, or what the server refuses.
-int readZone(std::string_view bytes, ZoneRecord& zone);
+int readZone(std::string_view bytes, ZoneRecord& zone,
+             CommandTexts texts = CommandTexts::Kept);
 
 // The file's text: the header and each command as its source bytes, or
 // field by field where they were changed (empty Source).
