@@ -208,13 +208,14 @@ void readShopsInto(WorldFile& file, int fileIndex, FileContents& out) {
                                        : "cannot read the file: " + outcome.problem);
     file.read = true;
     file.count = outcome.count;
-    for (ShopFileProblem& problem : shopFileProblems(table, outcome.count))
+    std::vector<ShopLines> eachLines;
+    for (ShopFileProblem& problem : shopFileProblems(table, outcome.count, &eachLines))
         file.findings.push_back(
             {fileIndex, problem.line, {problem.severity, std::move(problem.what)}});
     int header = 1 + linesIn(table.leader);
     for (int slot = 0; slot < outcome.count; ++slot) {
         const ShopRecord& shop = table[static_cast<std::size_t>(slot)];
-        const ShopLines lines = shopLines(shop, olderFormAt(table, slot));
+        const ShopLines& lines = eachLines[static_cast<std::size_t>(slot)];
         out.records.push_back({shop.VNum, fileIndex, header, {}});
         WorldShop& held = out.shops.emplace_back();
         held.record = slot;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstring>
 
 namespace marl {
 
@@ -97,30 +98,37 @@ char TextReader::readChar(std::string_view what) {
 }
 
 void TextReader::readUntilTilde(std::string_view what, std::string& value) {
-    const int startLine = line_;
     const std::size_t tilde = data_.find('~', pos_);
     if (tilde == std::string_view::npos)
-        throw FormatError(startLine, std::string(what));
+        throw FormatError(line_, std::string(what));
     const std::string_view text = data_.substr(pos_, tilde - pos_);
-    std::size_t lf = text.find('\n');
-    if (lineEnd_ == LineEnd::CrLf || lf == std::string_view::npos) {
+    // Where the line breaks stand, the first few noted for the copy.
+    constexpr std::size_t kNoted = 64;
+    std::array<std::size_t, kNoted> noted;
+    std::size_t breaks = 0;
+    for (std::size_t lf = text.find('\n'); lf != std::string_view::npos;
+         lf = text.find('\n', lf + 1)) {
+        if (breaks < kNoted)
+            noted[breaks] = lf;
+        ++breaks;
+    }
+    line_ += static_cast<int>(breaks);
+    if (lineEnd_ == LineEnd::CrLf || breaks == 0) {
         value.assign(text);
-        for (; lf != std::string_view::npos; lf = text.find('\n', lf + 1))
-            ++line_;
     } else {
         // Each LF is held as CR LF; the writer turns exactly that pair back.
-        std::size_t breaks = 0;
-        for (std::size_t at = lf; at != std::string_view::npos; at = text.find('\n', at + 1))
-            ++breaks;
-        value.clear();
-        value.reserve(text.size() + breaks);
+        value.resize(text.size() + breaks);
+        char* out = value.data();
         std::size_t start = 0;
-        for (; lf != std::string_view::npos; lf = text.find('\n', start)) {
-            value.append(text.substr(start, lf - start)).append(kCrLf);
+        for (std::size_t b = 0; b < breaks; ++b) {
+            const std::size_t lf = b < kNoted ? noted[b] : text.find('\n', start);
+            std::memcpy(out, text.data() + start, lf - start);
+            out += lf - start;
+            *out++ = '\r';
+            *out++ = '\n';
             start = lf + 1;
-            ++line_;
         }
-        value.append(text.substr(start));
+        std::memcpy(out, text.data() + start, text.size() - start);
     }
     pos_ = tilde + 1;
 }

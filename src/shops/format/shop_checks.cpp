@@ -259,13 +259,16 @@ ShopProblems shopProblems(const ShopRecord& shop, LineEnd lineEnd, bool olderFor
     return found;
 }
 
-std::vector<ShopFileProblem> shopFileProblems(const ShopTable& table, int count) {
+std::vector<ShopFileProblem> shopFileProblems(const ShopTable& table, int count,
+                                              std::vector<ShopLines>* eachLines) {
     std::vector<ShopFileProblem> found;
     int header = 1 + int(std::count(table.leader.begin(), table.leader.end(), '\n'));
     for (int slot = 0; slot < count; ++slot) {
         const ShopRecord& shop = table[std::size_t(slot)];
         const bool older = olderFormAt(table, slot);
         const ShopLines lines = shopLines(shop, older);
+        if (eachLines)
+            eachLines->push_back(lines);
         for (ShopProblem& problem : shopProblems(shop, table.lineEnd, older))
             found.push_back({header + lineOf(lines, problem), problem.severity,
                              "shop " + std::to_string(shop.VNum) + ": " + problem.what});

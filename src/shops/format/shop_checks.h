@@ -75,6 +75,8 @@ struct ShopFileProblem {
     Severity severity;
     std::string what;
 };
-std::vector<ShopFileProblem> shopFileProblems(const ShopTable& table, int count);
+// `lines`, when given, gets each shop's lines, slot by slot.
+std::vector<ShopFileProblem> shopFileProblems(const ShopTable& table, int count,
+                                              std::vector<ShopLines>* lines = nullptr);
 
 } // namespace marl
