@@ -43,7 +43,7 @@ int readRecords(std::string_view bytes, Table& table, std::string_view header,
     refuseCrOnlyLineEnds(bytes);
     TextReader in(bytes);
     table.lineEnd = in.lineEnd();
-    std::string line(in.nextLine(header));
+    std::string_view line = in.nextLine(header);
     std::size_t start = in.lastLineStart();
     table.leader.assign(bytes.substr(0, start));
     if (isEndLine(line)) {

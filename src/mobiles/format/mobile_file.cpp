@@ -32,7 +32,7 @@ std::string_view withoutCrs(std::string_view line) {
 // are the block's too.  Every line but the exact `E` is one the server reads
 // as "keyword: value" (telling of a keyword it does not know); a header
 // inside the block is where it stops.
-void readExtendedBlock(TextReader& in, std::string_view bytes, std::string& line,
+void readExtendedBlock(TextReader& in, std::string_view bytes, std::string_view& line,
                        MobileRecord& mobile) {
     std::string_view skipped =
         bytes.substr(in.skippedFrom(), in.lastLineStart() - in.skippedFrom());
@@ -42,8 +42,7 @@ void readExtendedBlock(TextReader& in, std::string_view bytes, std::string& line
         skipped.remove_prefix(lf == std::string_view::npos ? skipped.size() : lf + 1);
     }
     in.forgetSkipped();
-    const auto dropCrs = [](std::string& text) { text.resize(withoutCrs(text).size()); };
-    for (dropCrs(line); line != "E"; line = in.readLine(kExtendedLine), dropCrs(line)) {
+    for (line = withoutCrs(line); line != "E"; line = withoutCrs(in.readLine(kExtendedLine))) {
         if (!line.empty() && line.front() == '#')
             throw FormatError(in.lastLineNumber(), std::string(kExtendedLine));
         std::int16_t value = 0;
@@ -51,12 +50,14 @@ void readExtendedBlock(TextReader& in, std::string_view bytes, std::string& line
         if (const ExtendedDef* def = extendedValue(line, value, &tooLarge))
             mobile.*def->field = value;
         else if (tooLarge)
-            throw FormatError::refused(in.lastLineNumber(), line + ": a value beyond 32 bits");
-        mobile.ExtendedLines.push_back(line);
+            throw FormatError::refused(in.lastLineNumber(),
+                                       std::string(line) + ": a value beyond 32 bits");
+        mobile.ExtendedLines.emplace_back(line);
     }
 }
 
-void readMobile(TextReader& in, std::string_view bytes, MobileRecord& mobile, std::string& line) {
+void readMobile(TextReader& in, std::string_view bytes, MobileRecord& mobile,
+                std::string_view& line) {
     in.readTildeString("the alias list ending in \"~\"", mobile.Alias);
     in.readTildeString("the short description ending in \"~\"", mobile.SDesc);
     in.readTildeText("the long description ending in \"~\"", mobile.LDesc);
@@ -94,7 +95,7 @@ void readMobile(TextReader& in, std::string_view bytes, MobileRecord& mobile, st
     // or the end line never does.
     line = in.nextLine(kNextMobile);
     if (line.front() != '#' && line.front() != '$' &&
-        (mobile.TypeLetter == "E" || line.find(':') != std::string::npos || line == "E")) {
+        (mobile.TypeLetter == "E" || line.find(':') != std::string_view::npos || line == "E")) {
         readExtendedBlock(in, bytes, line, mobile);
         line = in.nextLine(kNextMobile);
     }
@@ -102,7 +103,7 @@ void readMobile(TextReader& in, std::string_view bytes, MobileRecord& mobile, st
 
 template <typename Table> int readMobilesInto(std::string_view bytes, Table& table) {
     return readRecords(bytes, table, kHeader, kNextMobile,
-                       [bytes](TextReader& in, MobileRecord& mobile, std::string& line) {
+                       [bytes](TextReader& in, MobileRecord& mobile, std::string_view& line) {
                            readMobile(in, bytes, mobile, line);
                        });
 }

@@ -16,7 +16,7 @@ constexpr std::string_view kValuesLine =
 constexpr std::string_view kWeightLine = "the weight line \"<weight> <cost> <rent per day>\"";
 constexpr std::string_view kAffectLine = "an affect line \"<location> <modifier>\"";
 
-void readObject(TextReader& in, ObjectRecord& object, std::string& line) {
+void readObject(TextReader& in, ObjectRecord& object, std::string_view& line) {
     in.readTildeString("the alias list ending in \"~\"", object.Alias);
     in.readTildeString("the short description ending in \"~\"", object.SDesc);
     in.readTildeString("the long description ending in \"~\"", object.LDesc);

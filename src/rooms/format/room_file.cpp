@@ -33,7 +33,7 @@ void readExit(TextReader& in, RoomRecord& room, std::string_view rest) {
     exit.Absent = false;
 }
 
-void readRoom(TextReader& in, RoomRecord& room, std::string& line) {
+void readRoom(TextReader& in, RoomRecord& room, std::string_view& line) {
     in.readTildeString("the room name ending in \"~\"", room.Name);
     in.readTildeText("the room description ending in \"~\"", room.Desc);
     const FieldLine numbers(in, "dsd", kNumbersLine);
