@@ -17,6 +17,7 @@
 #include <system_error>
 #include <thread>
 #include <type_traits>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "kinds/world_index.h"
@@ -115,7 +116,7 @@ template <typename Kind> void readRecordFile(WorldFile& file, int fileIndex, Fil
     using Record = typename Kind::Record;
     std::string& bytes = fileBuffer();
     std::string error;
-    if (!readZoneFile(file.path, bytes, error))
+    if (!readZoneFile(file.path, bytes, error, file.listedRegular))
         return refuse(file, fileIndex, 0, "cannot read the file: " + error);
     const std::size_t findingsBefore = file.findings.size();
     int slot = 0;
@@ -162,7 +163,7 @@ template <typename Kind> void readRecordFile(WorldFile& file, int fileIndex, Fil
 void readZoneInto(WorldFile& file, int fileIndex, FileContents& out) {
     std::string& bytes = fileBuffer();
     std::string error;
-    if (!readZoneFile(file.path, bytes, error))
+    if (!readZoneFile(file.path, bytes, error, file.listedRegular))
         return refuse(file, fileIndex, 0, "cannot read the file: " + error);
     ZoneRecord zone;
     try {
@@ -274,11 +275,13 @@ std::vector<std::string> namesEnding(const std::vector<platform::FolderEntry>& e
     return names;
 }
 
+// Each name a folder's listing holds, and whether it is a regular file.
+using FolderNames = std::unordered_map<std::string, bool>;
+
 // Whether the server finds `name` in `folder`: a name the folder's listing
 // holds is there; any other (in a folder below, or spelt in another case on
 // a system that does not tell cases apart) is looked up.
-bool present(const std::unordered_set<std::string>& names, const fs::path& path,
-             const std::string& name) {
+bool present(const FolderNames& names, const fs::path& path, const std::string& name) {
     if (names.count(name))
         return true;
     std::error_code ec;
@@ -298,13 +301,25 @@ void listServerKind(const World& world, const WorldKindInfo& info, KindFiles& ou
     const fs::path folder = world.folder / info.folder;
     const std::string shown = joined(world.shown, info.folder);
     constexpr int at = 0;
+    std::vector<platform::FolderEntry> entries;
+    platform::folderEntries(folder, entries);
+    std::vector<std::string> ending = namesEnding(entries, info.extension);
+    FolderNames inFolder;
+    inFolder.reserve(entries.size());
+    for (platform::FolderEntry& entry : entries)
+        inFolder.emplace(std::move(entry.name), entry.regular);
+    const auto listedRegular = [&](const std::string& name) {
+        const auto found = inFolder.find(name);
+        return found != inFolder.end() && found->second;
+    };
     WorldFile& index = out.files.emplace_back();
     index.kind = info.kind;
     index.isIndex = true;
     index.path = folder / "index";
     index.shown = joined(shown, "index");
+    index.listedRegular = listedRegular("index");
     std::string bytes, error;
-    if (!readZoneFile(index.path, bytes, error)) {
+    if (!readZoneFile(index.path, bytes, error, index.listedRegular)) {
         out.missing = true;
         index.findings.push_back(
             {at,
@@ -322,13 +337,6 @@ void listServerKind(const World& world, const WorldKindInfo& info, KindFiles& ou
                "no \"$\" line ends the index: the server reads its last name again and again "
                "and never finishes booting");
     }
-    std::vector<platform::FolderEntry> entries;
-    platform::folderEntries(folder, entries);
-    std::vector<std::string> ending = namesEnding(entries, info.extension);
-    std::unordered_set<std::string> inFolder;
-    inFolder.reserve(entries.size());
-    for (platform::FolderEntry& entry : entries)
-        inFolder.insert(std::move(entry.name));
     std::vector<WorldFile> listed;
     const std::string folderText = folder.string();
     for (const IndexEntry& entry : listing.entries) {
@@ -346,6 +354,7 @@ void listServerKind(const World& world, const WorldKindInfo& info, KindFiles& ou
         file.kind = info.kind;
         file.path = std::move(path);
         file.shown = joined(shown, entry.name);
+        file.listedRegular = listedRegular(entry.name);
     }
     std::unordered_set<std::string_view> names;
     for (const IndexEntry& entry : listing.entries)
@@ -388,6 +397,7 @@ void listFlatFiles(World& world) {
             file.kind = info.kind;
             file.path = joined(world.folder.string(), name);
             file.shown = joined(world.shown, name);
+            file.listedRegular = true; // only regular files are taken
         }
     }
 }

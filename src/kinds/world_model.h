@@ -104,6 +104,7 @@ struct WorldFile {
     WorldKind kind = WorldKind::Zone;
     bool isIndex = false;
     bool read = false;       // read completely (an index: found and read)
+    bool listedRegular = false; // its folder's listing says it is a regular file
     int count = 0;           // records read
     // What reading it found, and what the server checks record by record:
     // a refusal, the texts past the server's limits, what it logs.

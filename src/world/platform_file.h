@@ -19,9 +19,11 @@ std::string notRegularFile(std::filesystem::file_type type);
 // The system's reason for an errno value.
 std::string reason(int error);
 
-// Reads a regular file whole; anything else is refused before it is opened,
-// and opened so that it can never block.
-bool readRegularFile(const std::filesystem::path& path, std::string& bytes, std::string& error);
+// Reads a regular file whole; anything else is refused before it is opened
+// (unless the folder's listing has just said it is `listedRegular`), and
+// opened so that it can never block.
+bool readRegularFile(const std::filesystem::path& path, std::string& bytes, std::string& error,
+                     bool listedRegular = false);
 
 // Writes `bytes` to a new file beside `target` (which is no link) and renames
 // it over `target`, as `writeZoneFile` describes.  `exists` says whether

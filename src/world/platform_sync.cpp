@@ -263,14 +263,17 @@ bool readAll(int fd, std::size_t size, std::string& bytes, std::string& error) {
 
 } // namespace
 
-bool readRegularFile(const fs::path& path, std::string& bytes, std::string& error) {
+bool readRegularFile(const fs::path& path, std::string& bytes, std::string& error,
+                     bool listedRegular) {
     FileInfo info{};
-    if (!statPath(path, info))
-        return fail(error, errno);
-    if (!regular(info, error))
-        return false;
-    if (static_cast<std::uint64_t>(info.st_size) > kMaxZoneFileBytes)
-        return tooLarge(error);
+    if (!listedRegular) {
+        if (!statPath(path, info))
+            return fail(error, errno);
+        if (!regular(info, error))
+            return false;
+        if (static_cast<std::uint64_t>(info.st_size) > kMaxZoneFileBytes)
+            return tooLarge(error);
+    }
     const int fd = openToRead(path);
     if (fd < 0)
         return fail(error, errno);

@@ -47,8 +47,9 @@ void setSaveFault(SaveFault fault) {
     platform::saveFault.store(fault);
 }
 
-bool readZoneFile(const fs::path& path, std::string& bytes, std::string& error) {
-    return platform::readRegularFile(path, bytes, error);
+bool readZoneFile(const fs::path& path, std::string& bytes, std::string& error,
+                  bool listedRegular) {
+    return platform::readRegularFile(path, bytes, error, listedRegular);
 }
 
 namespace {

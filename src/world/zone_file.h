@@ -21,7 +21,11 @@ inline constexpr std::size_t kMaxZoneFileBytes = std::size_t(64) << 20;
 // Reads the whole file as bytes.  Only a regular file is read: a folder, a
 // named pipe or a device is refused at once, never waited on.  On failure
 // `error` says why (the system's reason, or what the file is instead).
-bool readZoneFile(const std::filesystem::path& path, std::string& bytes, std::string& error);
+// `listedRegular`: the folder's listing has just said the path is a regular
+// file, so it is not looked at once more before it is opened (it still is
+// once open, and opening never waits).
+bool readZoneFile(const std::filesystem::path& path, std::string& bytes, std::string& error,
+                  bool listedRegular = false);
 
 // Replaces the file with `bytes`.  The text goes to a new file in the same
 // folder, created under an unpredictable name that no existing file or link
