@@ -118,7 +118,6 @@ template <typename Kind> void readRecordFile(WorldFile& file, int fileIndex, Fil
     std::string error;
     if (!readZoneFile(file.path, bytes, error, file.listedRegular))
         return refuse(file, fileIndex, 0, "cannot read the file: " + error);
-    const std::size_t findingsBefore = file.findings.size();
     int slot = 0;
     RecordStream<Record> records(threadRecord<Record>(), [&](const Record& record, int line) {
         out.records.push_back({record.VNum, fileIndex, line, std::string(nameOf(record))});
@@ -153,9 +152,9 @@ template <typename Kind> void readRecordFile(WorldFile& file, int fileIndex, Fil
     } catch (const std::bad_alloc&) {
         problem = "there is not enough memory to hold its records";
     }
-    // What was read before the fault is not the file's: the file is refused.
+    // The file is refused; what the records before the fault were found to
+    // have stands, as the server logs it before it stops.
     file.count = 0;
-    file.findings.resize(findingsBefore);
     out = {};
     refuse(file, fileIndex, at, at > 0 ? problem : "cannot read the file: " + problem);
 }

@@ -213,6 +213,8 @@ private slots:
             << QStringList{"obj/30.obj:9:silent:is already at"} << 0;
         QTest::newRow("an object file the server refuses") << "sample" << QStringList{"obj/30.obj", "17 0 1|50 50 1 0|", "17 0 1|50 50 1|"}
             << QStringList{"obj/30.obj:7:refuses-boot:expected"} << 1;
+        QTest::newRow("an object file refused after an object the server logs") << "sample" << QStringList{"obj/30.obj", "12 0 0 0|1 10 10|#3011", "12 0 0 0|-1 10 10|#3011", "obj/30.obj", "5 0 0 0|1 5 5|#3012", "5 0 0 0|1 5|#3012"}
+            << QStringList{"obj/30.obj:62:logged:has negative weight", "obj/30.obj:77:refuses-boot:expected"} << 1;
         QTest::newRow("a shop's keeper, product and room that are not there") << "sample" << QStringList{"shp/30.shp", "#3001~|3009|", "#3001~|3997|", "shp/30.shp", "2|3001|0|3009|", "2|3999|0|3998|"}
             << QStringList{"shp/30.shp:34:silent:sells object 3997", "shp/30.shp:50:silent:keeper is mobile 3999", "shp/30.shp:52:silent:trades in room 3998"} << 0;
         QTest::newRow("zones that overlap") << "sample" << QStringList{"zon/12.zon", "1200 1299", "1200 1599"}
