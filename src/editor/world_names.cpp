@@ -59,6 +59,8 @@ void waitForReaders() {
 // The reading yields to the window (and its first paint) on a busy machine
 // without waiting for it to be idle.  Elsewhere LowPriority does this; on
 // Linux a thread's niceness does, and the threads loadWorld starts inherit it.
+// It also leaves one core to the windows (ReadingCores::AllButOne): a core
+// shared with a reading thread, however low its priority, paints later.
 void lowerPriority() {
 #ifdef __linux__
     setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), 5);
@@ -73,7 +75,7 @@ bool lessByVNum(const WorldRecord& a, const WorldRecord& b) {
 std::shared_ptr<const WorldNames::Loaded> loadNames(const fs::path& folder,
                                                     const std::set<std::int32_t>& zones) {
     auto loaded = std::make_shared<WorldNames::Loaded>();
-    loaded->world = loadWorld(folder);
+    loaded->world = loadWorld(folder, {}, ReadingCores::AllButOne);
     for (const WorldFile& index : loaded->world.files) {
         if (!index.isIndex)
             continue;

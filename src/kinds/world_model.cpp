@@ -461,8 +461,11 @@ class ReadingPool {
 public:
     // `list(part)` lists part 0 to `parts` - 1 of the world, each on
     // whichever thread takes it first.
-    ReadingPool(World& world, std::function<void(std::size_t)> list, std::size_t parts)
-        : world_(world), cores_(cores()), list_(std::move(list)), parts_(parts),
+    ReadingPool(World& world, ReadingCores taken, std::function<void(std::size_t)> list,
+                std::size_t parts)
+        : world_(world),
+          cores_(taken == ReadingCores::All ? cores() : std::max<std::size_t>(1, cores() - 1)),
+          list_(std::move(list)), parts_(parts),
           listErrors_(parts) {
         partEnds_.store(std::uint64_t(parts) << 32);
         if (cores_ > 1)
@@ -697,7 +700,7 @@ fs::path worldFolderOf(const fs::path& zoneFile) {
     return own;
 }
 
-World loadWorld(const fs::path& folder, std::string_view shown) {
+World loadWorld(const fs::path& folder, std::string_view shown, ReadingCores cores) {
     World world;
     world.folder = folder;
     world.shown = shown.empty() ? folder.string() : std::string(shown);
@@ -707,7 +710,7 @@ World loadWorld(const fs::path& folder, std::string_view shown) {
     std::array<KindFiles, kWorldKinds> kinds;
     const bool server = world.layout == WorldLayout::Server;
     ReadingPool readers(
-        world,
+        world, cores,
         [&](std::size_t k) { listServerKind(world, kWorldKindInfo[k], kinds[k]); },
         server ? kWorldKinds : 0);
     if (server) {

@@ -97,6 +97,11 @@ struct WorldShop {
     std::vector<std::pair<std::int32_t, int>> products, rooms; // VNum, line
 };
 
+// How many cores a world's reading takes: all of them (a check that is all
+// the program does), or all but one, which is left to the windows (names
+// read in the background while a builder works).
+enum class ReadingCores { All, AllButOne };
+
 // A file the world loads, or an index.
 struct WorldFile {
     std::string shown; // its path as reports name it
@@ -148,7 +153,7 @@ public:
     int serverPlace(WorldKind kind, std::int32_t vnum) const;
 
 private:
-    friend World loadWorld(const std::filesystem::path&, std::string_view);
+    friend World loadWorld(const std::filesystem::path&, std::string_view, ReadingCores);
     std::array<std::vector<WorldRecord>, kWorldKinds> records_;
     std::array<bool, kWorldKinds> complete_{};
     // (vnum, place in records) sorted by VNum, then loading order; and the
@@ -168,9 +173,10 @@ WorldLayout layoutOf(const std::filesystem::path& folder);
 // laid out as the server's (wld/30.wld in lib/world), else its own folder.
 std::filesystem::path worldFolderOf(const std::filesystem::path& zoneFile);
 
-// Reads the whole world, its files on as many threads as there are cores.
+// Reads the whole world, its files on as many threads as `cores` says.
 // `shown` is the folder as reports name it (its path when empty).
-World loadWorld(const std::filesystem::path& folder, std::string_view shown = {});
+World loadWorld(const std::filesystem::path& folder, std::string_view shown = {},
+                ReadingCores cores = ReadingCores::All);
 
 // The records of one zone file of a kind, read as loadWorld reads them, for
 // a file its world does not load (a new zone its index does not list yet).
